@@ -1,0 +1,22 @@
+#pragma once
+
+#include <KdWidgets/KdWidgetsExport.h>
+
+#include <QPushButton>
+
+/** A push button in the skin's primary (filled) or secondary (outlined) style. */
+class KDWIDGETS_EXPORT KdPushButton : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    /** Heights in pixels. */
+    enum SizeKind : int { Size24 = 24, Size32 = 32 };
+
+    explicit KdPushButton(QWidget* parent = nullptr);
+
+    static KdPushButton* CreatePrimaryButton(QWidget* parent, const QString& text = QString(),
+                                             SizeKind size = Size24);
+    static KdPushButton* CreateSecondaryButton(QWidget* parent, const QString& text = QString(),
+                                               SizeKind size = Size24);
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <KdWidgets/KdWidgetsExport.h>
+
+#include <QWidget>
+
+class KdLabel;
+class QToolButton;
+
+/** The bar of a frameless dialog: title left, buttons right, 40 high; dragging it moves the window. */
+class KDWIDGETS_EXPORT KdTitleBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /** What ButtonClick() carries. Object names: "KdTitleBar_Close", "KdTitleBar_Minimize". */
+    enum ButtonId : int { CloseButton = 1, MinimizeButton = 4 };
+    /** Masks for setButtons(). */
+    enum Buttons : int { CloseOnly = 1, MinimizeToTrayAndClose = 32 };
+
+    explicit KdTitleBar(QWidget* parent = nullptr);
+
+    void setTitle(const QString& title);
+    QString title() const;
+    void setButtons(int mask);
+    /** While false the minimise button only reports itself; while true, the default, it also minimises the window. */
+    void SetMinimizedEnable(bool enable);
+
+Q_SIGNALS:
+    /** A button was pressed; id is a ButtonId. The close button also closes the window. */
+    void ButtonClick(int id);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void retranslate();
+
+    KdLabel* m_pTitle = nullptr;
+    QToolButton* m_pMinimize = nullptr;
+    QToolButton* m_pClose = nullptr;
+    QPoint m_dragStart;
+    bool m_bMinimizes = true;
+};

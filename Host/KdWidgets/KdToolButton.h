@@ -1,0 +1,42 @@
+#pragma once
+
+#include <KdWidgets/KdWidgetsExport.h>
+
+#include <QToolButton>
+
+/** An icon button. With the property "WITH_SHORTCUT" its tool tip shows a key text in a quiet colour. */
+class KDWIDGETS_EXPORT KdToolButton : public QToolButton
+{
+    Q_OBJECT
+
+public:
+    explicit KdToolButton(QWidget* parent = nullptr);
+
+    /** @param styleKey applied through the skin manager when not empty; objectName likewise. Caller's parent owns. */
+    static KdToolButton* CreateToolButton(QWidget* parent, const QString& objectName,
+                                          const QString& styleKey = QString());
+
+    /** The four images of an icon for the button's states; missing files leave that state as Qt draws it. */
+    struct IconFiles {
+        QString normal;
+        QString hover;
+        QString pressed;
+        QString disabled;
+    };
+    /** @param checked shown while the button is checked. */
+    void setIconFiles(const IconFiles& unchecked, const IconFiles& checked = IconFiles());
+
+    /** @return ":/SVGResourceFile/<set>_normal.svg" and its three siblings. */
+    static IconFiles svgIconSet(const QString& set);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const IconFiles& currentFiles() const;
+    QString currentFile() const;
+
+    IconFiles m_unchecked;
+    IconFiles m_checked;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <KdWidgets/KdWidgetsExport.h>
+
+#include <QString>
+
+/** A widget that shows its whole text as a tool tip while it has no room for it. */
+class KDWIDGETS_EXPORT KdToolTipInterface
+{
+public:
+    KdToolTipInterface() = default;
+    virtual ~KdToolTipInterface();
+
+    /** @return the text that does not fit, empty while everything is visible. */
+    virtual QString overflowText() const = 0;
+
+private:
+    KdToolTipInterface(const KdToolTipInterface&) = delete;
+    KdToolTipInterface& operator=(const KdToolTipInterface&) = delete;
+};

@@ -1,0 +1,133 @@
+#include "KdTestCase.h"
+
+#include <KCore/KCoreDirs.h>
+#include <KdCore/KdBaseLog.h>
+
+#include <QDir>
+#include <QEvent>
+#include <QMutexLocker>
+#include <QWidget>
+
+#include <algorithm>
+
+KdTestCase* KdTestCase::s_current = nullptr;
+QtMessageHandler KdTestCase::s_previousHandler = nullptr;
+
+KdTestCase::KdTestCase() = default;
+
+KdTestCase::~KdTestCase() = default;
+
+void KdTestCase::expectLog(const QString& pattern)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_expectations.append({QRegularExpression(pattern), true, false});
+}
+
+void KdTestCase::allowLog(const QString& pattern)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_expectations.append({QRegularExpression(pattern), false, false});
+}
+
+QStringList KdTestCase::logLines() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_lines;
+}
+
+QString KdTestCase::documentDir() const
+{
+    return temporaryPath(QStringLiteral("documents"));
+}
+
+QString KdTestCase::temporaryPath(const QString& name) const
+{
+    return m_folder->filePath(name);
+}
+
+void KdTestCase::init()
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_lines.clear();
+        m_unexpected.clear();
+        m_expectations.clear();
+    }
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY2(m_folder->isValid(), "No temporary folder");
+    setZentraDocumentDir(documentDir());
+
+    s_current = this;
+    s_previousHandler = qInstallMessageHandler(handleQtMessage);
+    KdBaseLog::defaultLogger()->setObserver([this](const KdLogRecord& logged) {
+        record(QString::fromUtf8(logged.function) + QStringLiteral(": ") + logged.message,
+               logged.level >= KdBaseLog::Warning);
+    });
+}
+
+void KdTestCase::cleanup()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QStringList leaked;
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget* widget : widgets) {
+        // Qt keeps the frame of a combo box's closed list and the tool tip label for later use.
+        if (!widget->parent() && !widget->inherits("QTipLabel")) {
+            leaked.append(QString::fromLatin1(widget->metaObject()->className()) + QLatin1Char(' ')
+                          + widget->objectName());
+        }
+    }
+    KdBaseLog::defaultLogger()->setObserver(nullptr);
+    qInstallMessageHandler(s_previousHandler);
+    s_current = nullptr;
+    m_folder.reset();
+
+    const QStringList missing = missingLines();
+    QVERIFY2(leaked.isEmpty(), qPrintable(QStringLiteral("Left behind: ") + leaked.join(QStringLiteral(", "))));
+    QVERIFY2(m_unexpected.isEmpty(),
+             qPrintable(QStringLiteral("Unexpected in the log: ") + m_unexpected.join(QLatin1Char('\n'))));
+    QVERIFY2(missing.isEmpty(),
+             qPrintable(QStringLiteral("Missing from the log: ") + missing.join(QStringLiteral(", "))));
+}
+
+QStringList KdTestCase::missingLines() const
+{
+    const QMutexLocker lock(&m_mutex);
+    QStringList missing;
+    for (const Expectation& expectation : m_expectations) {
+        if (expectation.required && !expectation.seen) {
+            missing.append(expectation.pattern.pattern());
+        }
+    }
+    return missing;
+}
+
+void KdTestCase::handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    const bool isProblem = type == QtWarningMsg || type == QtCriticalMsg || type == QtFatalMsg;
+    if (s_current) {
+        s_current->record(message, isProblem);
+    }
+    if (s_previousHandler) {
+        s_previousHandler(type, context, message);
+    }
+}
+
+void KdTestCase::record(const QString& line, bool isProblem)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_lines.append(line);
+    if (!isProblem) {
+        return;
+    }
+    bool expected = false;
+    for (Expectation& expectation : m_expectations) {
+        if (expectation.pattern.match(line).hasMatch()) {
+            expectation.seen = true;
+            expected = true;
+        }
+    }
+    if (!expected) {
+        m_unexpected.append(line);
+    }
+}

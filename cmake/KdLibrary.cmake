@@ -1,0 +1,25 @@
+include(GenerateExportHeader)
+
+# kd_add_library(NAME SOURCES ... [LINKS public targets ...] [PRIVATE_LINKS targets ...] INCLUDE_ROOT dir)
+# A shared library <NAME> with the alias KdRecord::<NAME>, its export header <NAME>/<NAME>Export.h and
+# INCLUDE_ROOT as the folder below which its headers are found as <NAME/Header.h>.
+function(kd_add_library name)
+  cmake_parse_arguments(ARG "" "INCLUDE_ROOT" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} SHARED ${ARG_SOURCES})
+  add_library(KdRecord::${name} ALIAS ${name})
+  kd_configure_library(${name} EXPORT_BASE ${name} INCLUDE_ROOT ${ARG_INCLUDE_ROOT}
+    LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
+  set_target_properties(${name} PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+endfunction()
+
+# What a library's shared form and its form for the unit tests have in common.
+function(kd_configure_library target)
+  cmake_parse_arguments(ARG "" "EXPORT_BASE;INCLUDE_ROOT" "LINKS;PRIVATE_LINKS" ${ARGN})
+  set(generated ${PROJECT_BINARY_DIR}/generated)
+  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_BASE}
+    EXPORT_FILE_NAME ${generated}/${ARG_EXPORT_BASE}/${ARG_EXPORT_BASE}Export.h)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${ARG_INCLUDE_ROOT}> $<BUILD_INTERFACE:${generated}>)
+  target_link_libraries(${target} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS} kd_flags)
+endfunction()

@@ -1,0 +1,36 @@
+find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
+
+# kd_add_test(tst_Name [SOURCES ...] [LINKS ...] LABEL unit|gui|engine|e2e [TIMEOUT seconds])
+# One executable and one CTest entry from tst_Name.cpp. gui tests need a display; engine and e2e tests run in a
+# private session of their own with a display, a message bus, a sound server and no device but the test's.
+function(kd_add_test name)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} KdTestSupport kd_flags)
+  set(launcher)
+  if(ARG_LABEL STREQUAL "gui")
+    set(launcher ${PROJECT_SOURCE_DIR}/tools/virtual-session --display --)
+  elseif(ARG_LABEL STREQUAL "engine" OR ARG_LABEL STREQUAL "e2e")
+    set(launcher ${PROJECT_SOURCE_DIR}/tools/virtual-session --display --sound --)
+  endif()
+  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT}
+    ENVIRONMENT "${KDRECORD_TEST_ENVIRONMENT}")
+  if(ARG_LABEL STREQUAL "unit")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+  endif()
+endfunction()
+
+set(KDRECORD_TEST_ENVIRONMENT)
+if(KDRECORD_SANITIZE STREQUAL "address")
+  set(KDRECORD_TEST_ENVIRONMENT
+    "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1"
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/lsan.supp:print_suppressions=0"
+    "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
+elseif(KDRECORD_SANITIZE STREQUAL "thread")
+  set(KDRECORD_TEST_ENVIRONMENT
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/tsan.supp:ignore_noninstrumented_modules=1:halt_on_error=0")
+endif()
