@@ -10,7 +10,7 @@ function(kd_add_library name)
   kd_configure_library(${name} EXPORT_BASE ${name} INCLUDE_ROOT ${ARG_INCLUDE_ROOT}
     LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
   set_target_properties(${name} PROPERTIES
-    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endfunction()
 
 # What a library's shared form and its form for the unit tests have in common.
