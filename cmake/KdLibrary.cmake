@@ -1,10 +1,21 @@
 include(GenerateExportHeader)
 
+# Takes the sources of other platforms out of the list: <Name>_win.cpp is for Windows, <Name>_other.cpp for the rest.
+function(kd_keep_platform_sources list_name)
+  if(WIN32)
+    list(FILTER ${list_name} EXCLUDE REGEX "_other\\.cpp$")
+  else()
+    list(FILTER ${list_name} EXCLUDE REGEX "_win\\.cpp$")
+  endif()
+  set(${list_name} ${${list_name}} PARENT_SCOPE)
+endfunction()
+
 # kd_add_library(NAME SOURCES ... [LINKS public targets ...] [PRIVATE_LINKS targets ...] INCLUDE_ROOT dir)
 # A shared library <NAME> with the alias KdRecord::<NAME>, its export header <NAME>/<NAME>Export.h and
 # INCLUDE_ROOT as the folder below which its headers are found as <NAME/Header.h>.
 function(kd_add_library name)
   cmake_parse_arguments(ARG "" "INCLUDE_ROOT" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  kd_keep_platform_sources(ARG_SOURCES)
   add_library(${name} SHARED ${ARG_SOURCES})
   add_library(KdRecord::${name} ALIAS ${name})
   kd_configure_library(${name} EXPORT_BASE ${name} INCLUDE_ROOT ${ARG_INCLUDE_ROOT}

@@ -1,0 +1,104 @@
+#include "KdDomDocument.h"
+
+#include "KdBaseLog.h"
+#include "KdSafeFile.h"
+#include "KdXmlScan.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace {
+
+constexpr int kIndent = 4;
+
+QByteArray toUtf8Xml(const QDomDocument& document)
+{
+    QByteArray content;
+    QTextStream stream(&content, QIODevice::WriteOnly);
+    stream.setCodec("UTF-8");
+    // Whatever encoding the document was read in, its declaration must name the one it is written
+    // in.
+    document.save(stream, kIndent, QDomNode::EncodingFromTextStream);
+    stream.flush();
+    return content;
+}
+
+bool readBounded(const QString& path, QIODevice::OpenMode mode, QByteArray& content)
+{
+    // A pipe or a device would block, or never end.
+    if (!QFileInfo(path).isFile()) {
+        return false;
+    }
+    QFile file(path);
+    const QIODevice::OpenMode access = mode & QIODevice::ReadWrite;
+    if (!file.open(access | QIODevice::ReadOnly | QIODevice::ExistingOnly)) {
+        return false;
+    }
+    content = file.read(KdXmlScan::kMaxBytes + 1);
+    return content.size() <= KdXmlScan::kMaxBytes;
+}
+
+/** The element after this one in document order, without leaving root. */
+QDomElement nextInDocument(const QDomElement& element, const QDomElement& root)
+{
+    const QDomElement child = element.firstChildElement();
+    if (!child.isNull()) {
+        return child;
+    }
+    QDomElement current = element;
+    while (current != root) {
+        const QDomElement sibling = current.nextSiblingElement();
+        if (!sibling.isNull()) {
+            return sibling;
+        }
+        current = current.parentNode().toElement();
+    }
+    return QDomElement();
+}
+
+} // namespace
+
+bool KdDomDocument::createXmlFile(const QString& path, const QString& rootName)
+{
+    QDomDocument document;
+    document.appendChild(document.createElement(rootName));
+    return saveXmlContent2File(document, path);
+}
+
+bool KdDomDocument::openXmlFile(QDomDocument& document, const QString& path,
+                                QIODevice::OpenMode mode)
+{
+    QByteArray content;
+    if (!readBounded(path, mode, content) || !KdXmlScan::isAcceptable(content)) {
+        return false;
+    }
+    QDomDocument parsed;
+    if (!parsed.setContent(content) || parsed.documentElement().isNull()) {
+        return false;
+    }
+    document = parsed;
+    return true;
+}
+
+bool KdDomDocument::saveXmlContent2File(const QDomDocument& document, const QString& path)
+{
+    const QByteArray content = toUtf8Xml(document);
+    if (!KdXmlScan::isAcceptable(content)) {
+        KdBaseLog::write(KdBaseLog::Warning,
+                         {"Host/KdCore/KdDomDocument", "KdDomDocument::saveXmlContent2File"},
+                         "The document for %s could not be read again, so it is not written",
+                         path.toUtf8().constData());
+        return false;
+    }
+    return KdSafeFile::replace(path, content);
+}
+
+QDomElement KdDomDocument::getElementByTagName(const QDomElement& parent, const QString& tagName)
+{
+    QDomElement element = nextInDocument(parent, parent);
+    while (!element.isNull() && element.tagName() != tagName) {
+        element = nextInDocument(element, parent);
+    }
+    return element;
+}
