@@ -6,21 +6,24 @@
 
 /**
  * Modal messages with plain text. Object names: the dialog "KOldMessageDialog", its text
- * "KOldMessageDialog_Text", its buttons "KOldMessageDialog_Ok", "_Yes" and "_No". The calls return when the dialog
- * was answered or destroyed (with its parent, say): whoever calls must look whether it still exists itself.
+ * "KOldMessageDialog_Text", its buttons "KOldMessageDialog_Ok", "_Yes" and "_No". The calls return
+ * when the dialog was answered or destroyed (with its parent, say): whoever calls must look whether
+ * it still exists itself.
  */
 class KDWIDGETS_EXPORT KOldMessageDialog : public KdFramelessDialog
 {
     Q_OBJECT
 
 public:
-    /** @return the button pressed; Ok when the dialog was closed otherwise. An empty title shows the product name. */
+    /** @return the button pressed; Ok when the dialog was closed otherwise. An empty title shows
+     * the product name. */
     static QDialogButtonBox::StandardButton
     Infomation(const QString& text, QWidget* parent,
                QDialogButtonBox::StandardButtons buttons = QDialogButtonBox::Ok,
                const QString& title = QString());
 
-    /** @param safeAnswer the default button, also the answer when the dialog is closed otherwise. */
+    /** @param safeAnswer the default button, also the answer when the dialog is closed otherwise.
+     */
     static QDialogButtonBox::StandardButton
     Question_YesNo(const QString& text, QWidget* parent,
                    QDialogButtonBox::StandardButton safeAnswer = QDialogButtonBox::Yes,
@@ -29,7 +32,8 @@ public:
     QString text() const;
 
 private:
-    KOldMessageDialog(const QString& text, QWidget* parent, QDialogButtonBox::StandardButtons buttons,
+    KOldMessageDialog(const QString& text, QWidget* parent,
+                      QDialogButtonBox::StandardButtons buttons,
                       QDialogButtonBox::StandardButton safeAnswer, const QString& title);
     static QDialogButtonBox::StandardButton ask(KOldMessageDialog* dialog,
                                                 QDialogButtonBox::StandardButton safeAnswer);

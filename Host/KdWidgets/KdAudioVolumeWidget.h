@@ -6,7 +6,8 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
-/** A level meter, lying: green to 70, amber to 90, red above; falls 20 dB a second; holds the peak for 1.5 s. */
+/** A level meter, lying: green to 70, amber to 90, red above; falls 20 dB a second; holds the peak
+ * for 1.5 s. */
 class KDWIDGETS_EXPORT KdAudioVolumeWidget : public QWidget
 {
     Q_OBJECT
@@ -24,7 +25,8 @@ public:
     QSize sizeHint() const override;
 
 public Q_SLOTS:
-    /** @param volume 0 to 100, clamped; NaN counts as 0. Setting 0 while the widget is disabled clears the peak. */
+    /** @param volume 0 to 100, clamped; NaN counts as 0. Setting 0 while the widget is disabled
+     * clears the peak. */
     void setVolume(double volume);
 
 protected:

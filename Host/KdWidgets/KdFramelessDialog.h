@@ -6,7 +6,8 @@ class KdTitleBar;
 class QHBoxLayout;
 class QVBoxLayout;
 
-/** A dialog without the window system's frame: title bar, content, and a bar of buttons at the bottom. */
+/** A dialog without the window system's frame: title bar, content, and a bar of buttons at the
+ * bottom. */
 class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 {
     Q_OBJECT

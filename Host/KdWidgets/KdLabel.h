@@ -4,7 +4,8 @@
 
 #include <QLabel>
 
-/** A label that shows plain text, elided where it does not fit, with the whole text as a tool tip then. */
+/** A label that shows plain text, elided where it does not fit, with the whole text as a tool tip
+ * then. */
 class KDWIDGETS_EXPORT KdLabel : public QLabel, public KdToolTipInterface
 {
     Q_OBJECT

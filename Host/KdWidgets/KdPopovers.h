@@ -13,16 +13,18 @@ class KDWIDGETS_EXPORT KdPopovers : public QWidget
     Q_OBJECT
 
 public:
-    struct ConfirmTexts {
+    struct ConfirmTexts
+    {
         QString text;
         QString cancel;
         QString confirm;
     };
 
     /**
-     * Asks beside anchor. The buttons are named "KdPopovers_Cancel" (the default) and "KdPopovers_Confirm".
-     * @param answered called once with the answer, false also when the popover is closed otherwise; not called
-     *        when anchor is destroyed first. The popover deletes itself.
+     * Asks beside anchor. The buttons are named "KdPopovers_Cancel" (the default) and
+     * "KdPopovers_Confirm".
+     * @param answered called once with the answer, false also when the popover is closed otherwise;
+     * not called when anchor is destroyed first. The popover deletes itself.
      */
     static KdPopovers* showConfirm(QWidget* anchor, const ConfirmTexts& texts,
                                    std::function<void(bool confirmed)> answered);

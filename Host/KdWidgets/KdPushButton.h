@@ -11,7 +11,11 @@ class KDWIDGETS_EXPORT KdPushButton : public QPushButton
 
 public:
     /** Heights in pixels. */
-    enum SizeKind : int { Size24 = 24, Size32 = 32 };
+    enum SizeKind : int
+    {
+        Size24 = 24,
+        Size32 = 32
+    };
 
     explicit KdPushButton(QWidget* parent = nullptr);
 

@@ -11,11 +11,11 @@
 
 class QWidget;
 
-namespace KdSkin
-{
+namespace KdSkin {
 
 /** The numbers under which widgets ask for a colour of the skin. */
-enum SkinColor : int {
+enum SkinColor : int
+{
     Window = 40,
     Surface = 41,
     Stroke = 42,
@@ -30,8 +30,8 @@ enum SkinColor : int {
 };
 
 /**
- * Styles widgets by key. A key is an area, a slash and a name ("CommonView/KdCountCtrl"); its sheet refers to
- * colours by the token names of the skin's palette. GUI thread.
+ * Styles widgets by key. A key is an area, a slash and a name ("CommonView/KdCountCtrl"); its sheet
+ * refers to colours by the token names of the skin's palette. GUI thread.
  */
 class KDWIDGETS_EXPORT KdSkinManager : public QObject
 {
@@ -43,19 +43,21 @@ public:
     /** @return "dark" and "light". */
     QStringList skins() const;
     QString skin() const;
-    /** Styles the application and every widget styled before anew. @return false for an unknown name. */
+    /** Styles the application and every widget styled before anew. @return false for an unknown
+     * name. */
     bool setSkin(const QString& name);
 
     /**
-     * Gives widget the sheet of that key, now and at every change of skin until it is destroyed or styled by
-     * another key. An unknown key leaves the widget as it is and is logged.
+     * Gives widget the sheet of that key, now and at every change of skin until it is destroyed or
+     * styled by another key. An unknown key leaves the widget as it is and is logged.
      * @param flags 0
      */
     bool applyStyleSheet(QWidget* widget, const QString& key, int flags);
     /** @return the sheet of a key with the current skin's colours, empty for an unknown key. */
     QString styleSheet(const QString& key) const;
 
-    /** @return a colour of the current skin; invalid for an unknown token ("window", "text-quiet", ...). */
+    /** @return a colour of the current skin; invalid for an unknown token ("window", "text-quiet",
+     * ...). */
     QColor color(const QString& token) const;
     QColor color(SkinColor number) const;
 

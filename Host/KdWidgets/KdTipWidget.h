@@ -13,13 +13,23 @@ class KDWIDGETS_EXPORT KdTipWidget : public QWidget
     Q_OBJECT
 
 public:
-    enum TipTypes : int { PlainTip = 0, WarningTip = 1, InfoTip = 2 };
+    enum TipTypes : int
+    {
+        PlainTip = 0,
+        WarningTip = 1,
+        InfoTip = 2
+    };
     /** Which edge of the bubble carries the arrow. */
-    enum ArrowDirection : int { ArrowUp = 0, ArrowUpCentered = 1, ArrowDown = 2 };
+    enum ArrowDirection : int
+    {
+        ArrowUp = 0,
+        ArrowUpCentered = 1,
+        ArrowDown = 2
+    };
 
     /** @param width of the bubble in pixels; 0: as wide as its text needs. Owned by parent. */
-    static KdTipWidget* creatTipWidget(int type, int arrowDirection, QWidget* parent, const QString& text,
-                                       int width);
+    static KdTipWidget* creatTipWidget(int type, int arrowDirection, QWidget* parent,
+                                       const QString& text, int width);
 
     void setText(const QString& text);
     QString text() const;
@@ -27,14 +37,16 @@ public:
     void transToArrowPos(const QPoint& globalPos);
     /** @return the global position that the arrow's point has now. */
     QPoint arrowPos() const;
-    /** Shows the bubble; it keeps that many pixels from the edges of the screen, its arrow where it was. */
+    /** Shows the bubble; it keeps that many pixels from the edges of the screen, its arrow where it
+     * was. */
     void OnShow(int screenMargin);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent, const QString& text, int width);
+    KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent, const QString& text,
+                int width);
     void relayout();
 
     TipTypes m_type;

@@ -7,23 +7,33 @@
 class KdLabel;
 class QToolButton;
 
-/** The bar of a frameless dialog: title left, buttons right, 40 high; dragging it moves the window. */
+/** The bar of a frameless dialog: title left, buttons right, 40 high; dragging it moves the window.
+ */
 class KDWIDGETS_EXPORT KdTitleBar : public QWidget
 {
     Q_OBJECT
 
 public:
     /** What ButtonClick() carries. Object names: "KdTitleBar_Close", "KdTitleBar_Minimize". */
-    enum ButtonId : int { CloseButton = 1, MinimizeButton = 4 };
+    enum ButtonId : int
+    {
+        CloseButton = 1,
+        MinimizeButton = 4
+    };
     /** Masks for setButtons(). */
-    enum Buttons : int { CloseOnly = 1, MinimizeToTrayAndClose = 32 };
+    enum Buttons : int
+    {
+        CloseOnly = 1,
+        MinimizeToTrayAndClose = 32
+    };
 
     explicit KdTitleBar(QWidget* parent = nullptr);
 
     void setTitle(const QString& title);
     QString title() const;
     void setButtons(int mask);
-    /** While false the minimise button only reports itself; while true, the default, it also minimises the window. */
+    /** While false the minimise button only reports itself; while true, the default, it also
+     * minimises the window. */
     void SetMinimizedEnable(bool enable);
 
 Q_SIGNALS:

@@ -11,10 +11,14 @@ class KDWIDGETS_EXPORT KdToast : public QWidget
     Q_OBJECT
 
 public:
-    /** @param bottomMargin distance from the lower edge of parent's window in pixels. Owned by that window. */
-    static KdToast* creatToast(const QString& text, QWidget* parent, const QPixmap& pixmap, int bottomMargin);
-    /** Makes a toast that deletes itself and shows it; a toast already on that window goes first. */
-    static KdToast* showToast(QWidget* parent, const QString& text, const QPixmap& pixmap, int bottomMargin);
+    /** @param bottomMargin distance from the lower edge of parent's window in pixels. Owned by that
+     * window. */
+    static KdToast* creatToast(const QString& text, QWidget* parent, const QPixmap& pixmap,
+                               int bottomMargin);
+    /** Makes a toast that deletes itself and shows it; a toast already on that window goes first.
+     */
+    static KdToast* showToast(QWidget* parent, const QString& text, const QPixmap& pixmap,
+                              int bottomMargin);
 
     QString text() const { return m_sText; }
 

@@ -4,7 +4,8 @@
 
 #include <QToolButton>
 
-/** An icon button. With the property "WITH_SHORTCUT" its tool tip shows a key text in a quiet colour. */
+/** An icon button. With the property "WITH_SHORTCUT" its tool tip shows a key text in a quiet
+ * colour. */
 class KDWIDGETS_EXPORT KdToolButton : public QToolButton
 {
     Q_OBJECT
@@ -12,12 +13,15 @@ class KDWIDGETS_EXPORT KdToolButton : public QToolButton
 public:
     explicit KdToolButton(QWidget* parent = nullptr);
 
-    /** @param styleKey applied through the skin manager when not empty; objectName likewise. Caller's parent owns. */
+    /** @param styleKey applied through the skin manager when not empty; objectName likewise.
+     * Caller's parent owns. */
     static KdToolButton* CreateToolButton(QWidget* parent, const QString& objectName,
                                           const QString& styleKey = QString());
 
-    /** The four images of an icon for the button's states; missing files leave that state as Qt draws it. */
-    struct IconFiles {
+    /** The four images of an icon for the button's states; missing files leave that state as Qt
+     * draws it. */
+    struct IconFiles
+    {
         QString normal;
         QString hover;
         QString pressed;

@@ -1,0 +1,17 @@
+#include <KdWidgets/KdDialog.h>
+
+#include <QEvent>
+
+KdDialog::KdDialog(QWidget* parent, Qt::WindowFlags flags) : QDialog(parent, flags) {}
+
+KdDialog::~KdDialog() = default;
+
+void KdDialog::RetranslateUi() {}
+
+void KdDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        RetranslateUi();
+    }
+    QDialog::changeEvent(event);
+}

@@ -1,0 +1,3 @@
+#include <KdWidgets/KdToolTipInterface.h>
+
+KdToolTipInterface::~KdToolTipInterface() = default;
