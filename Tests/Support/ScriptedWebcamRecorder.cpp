@@ -1,0 +1,236 @@
+#include "ScriptedWebcamRecorder.h"
+
+using namespace KdVBLMODEL;
+
+ScriptedWebcamRecorder::ScriptedWebcamRecorder(ScriptedEngineState& engine)
+    : ScriptedRecorder(engine, true)
+{
+}
+
+bool ScriptedWebcamRecorder::start()
+{
+    enter("start");
+    return beginTake(kdtWebcam);
+}
+
+bool ScriptedWebcamRecorder::pause()
+{
+    enter("pause");
+    if (!succeeds("pause")) {
+        return false;
+    }
+    pauseTake();
+    return true;
+}
+
+bool ScriptedWebcamRecorder::resume()
+{
+    enter("resume");
+    if (!succeeds("resume")) {
+        return false;
+    }
+    resumeTake();
+    return true;
+}
+
+bool ScriptedWebcamRecorder::stop()
+{
+    enter("stop");
+    endTake();
+    return succeeds("stop");
+}
+
+bool ScriptedWebcamRecorder::setResolution(QSize resolution)
+{
+    enter("setResolution", resolution);
+    return succeeds("setResolution");
+}
+
+bool ScriptedWebcamRecorder::setVideoFormat(const KdVideoFormat* format)
+{
+    enter("setVideoFormat", format ? *format : KdVideoFormat());
+    return succeeds("setVideoFormat");
+}
+
+bool ScriptedWebcamRecorder::setAudioFormat(const KdAudioFormat* format)
+{
+    enter("setAudioFormat", format ? *format : KdAudioFormat());
+    return succeeds("setAudioFormat");
+}
+
+void ScriptedWebcamRecorder::getResolutions(QList<QSize>* resolutions)
+{
+    enter("getResolutions");
+    const EngineScript& script = m_engine.script;
+    *resolutions = script.resolutionsOf.value(selected(kdtWebcam).id, script.resolutions);
+}
+
+void ScriptedWebcamRecorder::getFrameRates(QList<double>* frameRates)
+{
+    enter("getFrameRates");
+    *frameRates = m_engine.script.frameRates;
+}
+
+void ScriptedWebcamRecorder::setCallbackSwitch1(bool on)
+{
+    enter("setCallbackSwitch1", on);
+    setSwitch(1, on);
+}
+
+void ScriptedWebcamRecorder::setCallbackSwitch2(bool on)
+{
+    enter("setCallbackSwitch2", on);
+    setSwitch(2, on);
+}
+
+void ScriptedWebcamRecorder::setCallbackSwitch3(bool on)
+{
+    enter("setCallbackSwitch3", on);
+    setSwitch(3, on);
+}
+
+void ScriptedWebcamRecorder::setRecordAudio(bool on)
+{
+    enter("setRecordAudio", on);
+}
+
+void ScriptedWebcamRecorder::setInterval(int msec)
+{
+    enter("setInterval", msec);
+}
+
+bool ScriptedWebcamRecorder::getDevices(_KdDevType type, QList<_KdCaptureDevInf>* devices)
+{
+    enter("getDevices", type);
+    devices->clear();
+    if (!succeeds("getDevices") || (type != kdtWebcam && type != kdtMicrophone)) {
+        return false;
+    }
+    listDevices(type, devices);
+    return true;
+}
+
+bool ScriptedWebcamRecorder::setDevice(_KdDevType type, int index)
+{
+    enter("setDevice", type, index);
+    if (!succeeds("setDevice") || !isListed(type, index)) {
+        return false;
+    }
+    select(type, index);
+    return true;
+}
+
+void ScriptedWebcamRecorder::setOutputFile(const QString& path)
+{
+    enter("setOutputFile", path);
+    setPath(path);
+}
+
+QString ScriptedWebcamRecorder::getOutputFile()
+{
+    enter("getOutputFile");
+    return path();
+}
+
+void ScriptedWebcamRecorder::reserved19()
+{
+    enter("reserved19");
+}
+
+bool ScriptedWebcamRecorder::startPreview()
+{
+    enter("startPreview");
+    if (!succeeds("startPreview")) {
+        return false;
+    }
+    setPreviewing(true);
+    return true;
+}
+
+bool ScriptedWebcamRecorder::stopPreview()
+{
+    enter("stopPreview");
+    setPreviewing(false);
+    return succeeds("stopPreview");
+}
+
+_KdCaptureStatus ScriptedWebcamRecorder::curStatus()
+{
+    enter("curStatus");
+    return scriptedStatus();
+}
+
+void ScriptedWebcamRecorder::addEventObserver(IKdRecorderEventObserver* observer)
+{
+    enter("addEventObserver", observer);
+    m_observers.add(observer);
+}
+
+void ScriptedWebcamRecorder::removeEventObserver(IKdRecorderEventObserver* observer)
+{
+    enter("removeEventObserver", observer);
+    m_observers.remove(observer);
+}
+
+void ScriptedWebcamRecorder::release()
+{
+    enter("release");
+    setPreviewing(false);
+    markReleased();
+}
+
+bool ScriptedWebcamRecorder::setRecordDisplayShape(_KdCaptureRecordShape shape)
+{
+    enter("setRecordDisplayShape", shape);
+    if (!succeeds("setRecordDisplayShape")) {
+        return false;
+    }
+    m_shape = shape;
+    return true;
+}
+
+_KdCaptureRecordShape ScriptedWebcamRecorder::getRecordDisplayShape()
+{
+    enter("getRecordDisplayShape");
+    return m_shape;
+}
+
+void ScriptedWebcamRecorder::setBackgroundMode(_KdCaptureRecordBackgroundMode mode)
+{
+    enter("setBackgroundMode", mode);
+    m_background = mode;
+}
+
+_KdCaptureRecordBackgroundMode ScriptedWebcamRecorder::getBackgroundMode()
+{
+    enter("getBackgroundMode");
+    return m_background;
+}
+
+void ScriptedWebcamRecorder::reserved30()
+{
+    enter("reserved30");
+}
+
+void ScriptedWebcamRecorder::reserved31()
+{
+    enter("reserved31");
+}
+
+bool ScriptedWebcamRecorder::setOnlyWebcam(bool on)
+{
+    enter("setOnlyWebcam", on);
+    return succeeds("setOnlyWebcam");
+}
+
+void ScriptedWebcamRecorder::setRecordFlip(bool on)
+{
+    enter("setRecordFlip", on);
+    m_isFlipped = on;
+}
+
+bool ScriptedWebcamRecorder::getRecordFlip()
+{
+    enter("getRecordFlip");
+    return m_isFlipped;
+}
