@@ -39,8 +39,9 @@ public:
     /** @return false when the file cannot be opened; the former file then stays. */
     bool setLogFile(const QString& path);
     /**
-     * Called with every record that is written, on the thread that logs; null takes it away. Returns when no
-     * call of the former observer is running on another thread.
+     * Called with every record that is written, on the thread that logs, one call at a time; null takes it away.
+     * Returns when no call of the former observer is running on another thread. An observer may log, which it is
+     * not told of, and may replace itself.
      */
     void setObserver(Observer observer);
 

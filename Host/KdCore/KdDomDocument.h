@@ -6,7 +6,7 @@
 #include <QIODevice>
 #include <QString>
 
-/** XML files as DOM documents. Reentrant. Entity expansion is bounded and external entities are not read. */
+/** XML files as DOM documents, within the limits of KdXmlScan. Reentrant. */
 class KDCORE_EXPORT KdDomDocument
 {
 public:
@@ -16,12 +16,15 @@ public:
     /**
      * Reads a file into document.
      * @param mode as the document will be used; with ReadWrite the file must be writable as well.
-     * @return false when the file cannot be opened, is larger than 4 MB, or is not well-formed XML with a
-     *         document element; document is then left as it was.
+     * @return false when the file is none or cannot be opened, or KdXmlScan does not accept it; document is then
+     *         left as it was.
      */
     static bool openXmlFile(QDomDocument& document, const QString& path, QIODevice::OpenMode mode);
 
-    /** Writes the document, indented, UTF-8. The old file stays whole unless every byte is on disk. */
+    /**
+     * Writes the document, indented, UTF-8. The old file stays whole unless every byte is on disk.
+     * @return false, with a warning in the log, when that failed or the document could not be opened again.
+     */
     static bool saveXmlContent2File(const QDomDocument& document, const QString& path);
 
     /** @return the first element of that name beneath parent, in document order, at any depth; or a null one. */

@@ -12,7 +12,8 @@ public:
     /**
      * Writes content to a new file that takes path's place only when every byte is known to be on disk.
      * QSaveFile::commit() alone answers true on a full disk and destroys the old file, hence this helper.
-     * @return false when anything failed; the old file is then untouched.
+     * A link is followed: the file it leads to is replaced.
+     * @return false when anything failed; the old file is then untouched, and a warning with the reason is logged.
      */
     static bool replace(const QString& path, const QByteArray& content);
 };
