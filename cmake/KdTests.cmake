@@ -24,13 +24,14 @@ function(kd_add_test name)
   endif()
 endfunction()
 
-set(KDRECORD_TEST_ENVIRONMENT)
+# Qt 5 turns file names into the locale's encoding: the tests must not depend on the developer's.
+set(KDRECORD_TEST_ENVIRONMENT LC_ALL=C.UTF-8)
 if(KDRECORD_SANITIZE STREQUAL "address")
-  set(KDRECORD_TEST_ENVIRONMENT
+  list(APPEND KDRECORD_TEST_ENVIRONMENT
     "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/lsan.supp:print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
 elseif(KDRECORD_SANITIZE STREQUAL "thread")
-  set(KDRECORD_TEST_ENVIRONMENT
+  list(APPEND KDRECORD_TEST_ENVIRONMENT
     "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/tsan.supp:ignore_noninstrumented_modules=1:halt_on_error=0")
 endif()

@@ -4,11 +4,23 @@
 
 #include <QtGlobal>
 
-namespace KdVBLMODEL
-{
+namespace KdVBLMODEL {
 
 /** The frame rates a project can have. */
-enum class KdFrameRate : int { Unknown, Fps23_976, Fps24, Fps25, Fps29_97, Fps30, Fps48, Fps50, Fps59_94, Fps60, Fps120 };
+enum class KdFrameRate : int
+{
+    Unknown,
+    Fps23_976,
+    Fps24,
+    Fps25,
+    Fps29_97,
+    Fps30,
+    Fps48,
+    Fps50,
+    Fps59_94,
+    Fps60,
+    Fps120
+};
 
 /** Gives a rate as a fraction; 0/0 for Unknown. Any thread. */
 KDVBLMODEL_EXPORT void toFrameRate(KdFrameRate rate, qint64& numerator, qint64& denominator);
