@@ -18,4 +18,6 @@ struct KDVBLMODEL_EXPORT KdProcessIdentity
     static KdProcessIdentity ofId(qint64 id);
     /** @return whether this very process still runs. */
     bool isRunning() const;
+    /** Names what process ids are unique in: this machine, or the container that we run in. */
+    static QString scope();
 };

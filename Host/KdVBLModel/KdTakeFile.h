@@ -1,7 +1,9 @@
 #pragma once
 
+#include <KdVBLModel/KdDisk.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
+#include <QByteArray>
 #include <QString>
 
 /**
@@ -36,8 +38,8 @@ public:
     /**
      * Like claim(), for the recorder's own last take, which is being recorded again under its name:
      * a file at path is set aside under previousPath(path) until begun(), and is back at its place
-     * when it never comes to that. Write the journal, with previousPath(path) in it, first: a crash
-     * in between must find the old take.
+     * when it never comes to that. Write the journal first: after a crash in between it leads to
+     * the old take.
      */
     bool claimAgain(const QString& path, QString* error);
 
@@ -47,8 +49,8 @@ public:
 
     /**
      * Checks that the claimed file is still at its path and is the same file, holds something, and
-     * is on disk, its folder entry too. Ends the claim, whatever the outcome; the file is never
-     * deleted here.
+     * is on disk, its folder entry too. Ends the claim, whatever the outcome. A file that holds
+     * anything is never deleted here.
      * @return false with one plain sentence when the file is gone, was replaced, is empty or cannot
      * be synced.
      */
@@ -72,16 +74,17 @@ public:
      */
     static QString hiddenPathBeside(const QString& path, const QString& suffix);
 
-    /** Forces a file's content, or a folder's entries, to disk. @return false when that cannot be
-     * had. */
-    static bool syncFile(const QString& path);
-    static bool syncFolderOf(const QString& path);
+    /** path in the encoding that filesink's "location" property takes. */
+    static QByteArray locationFor(const QString& path);
 
 private:
     Q_DISABLE_COPY(KdTakeFile)
 
+    void putBack();
+    void forget();
+
     QString m_path;
-    QString m_identity;  ///< what the platform calls this very file, whatever its name
-    QString m_asidePath; ///< where a former take waits, or empty
+    KdDisk::Handle m_file; ///< open as long as the claim lasts, so that its identity stays its own
+    QString m_asidePath;   ///< where a former take waits, or empty
     bool m_begun = false;
 };

@@ -4,7 +4,7 @@
 
 #include <QDateTime>
 #include <QString>
-#include <QVector>
+#include <QStringList>
 
 /** What a journal says of its take. */
 struct KdTakeRecord
@@ -15,15 +15,13 @@ struct KdTakeRecord
         Webcam
     };
 
-    QString takePath;     ///< absolute path of the output file
-    QString previousPath; ///< where the take's predecessor waits, see KdTakeFile::claimAgain();
-                          ///< mostly empty
+    QString takePath; ///< absolute path of the output file
     Kind kind = Kind::Audio;
     QString format;    ///< for people: "AAC 44100 Hz, 2 channels, 128 kbit/s"
     QDateTime started; ///< wall clock, UTC
     qint64 processId = 0;
     QString processStarted; ///< tells two processes with one id apart, see KdProcessIdentity
-    QString machine;        ///< a folder may be shared by several machines
+    QString processScope;   ///< where that id counts: a folder may be shared by several machines
 };
 
 /**
@@ -41,7 +39,6 @@ public:
 
     /**
      * Writes the journal and waits until it is on disk.
-     * @param record takePath, previousPath, kind and format; the rest is filled in here.
      * @param error one plain sentence on failure; may be null.
      */
     bool begin(const KdTakeRecord& record, QString* error);
@@ -64,8 +61,10 @@ public:
      */
     static bool read(const QString& journalPath, KdTakeRecord* record);
 
-    /** @return whether the process that writes the take still runs, as far as can be told from
-     * here. */
+    /**
+     * @return whether the take is still being written. The process itself tells where its id counts
+     * here; for one on another machine, a take that was written to in the last minute is running.
+     */
     static bool isWriterRunning(const KdTakeRecord& record);
 
 private:
