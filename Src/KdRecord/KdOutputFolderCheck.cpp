@@ -1,0 +1,55 @@
+#include <KdRecord/KdOutputFolderCheck.h>
+
+#include <KdCore/KdDir.h>
+#include <KdWidgets/KOldMessageDialog.h>
+
+#include <QDir>
+
+#include <utility>
+
+KdOutputFolderCheck::KdOutputFolderCheck()
+    : KdOutputFolderCheck([](const QString& path) { return KdDir::getDiskFreeSpace(path, 0); })
+{
+}
+
+KdOutputFolderCheck::KdOutputFolderCheck(FreeMegabytes freeMegabytes)
+    : m_freeMegabytes(std::move(freeMegabytes))
+{
+}
+
+KdOutputFolderCheck::Verdict KdOutputFolderCheck::examine(const QString& folder) const
+{
+    QDir().mkpath(folder);
+    if (!KdDir::IsPathWriteAndReadable(folder)) {
+        return NoPermission;
+    }
+    const qint64 free = m_freeMegabytes(folder);
+    // A volume that does not tell its free space is no reason to bother the user.
+    return free >= 0 && free < kEnoughMegabytes ? LowSpace : Usable;
+}
+
+bool KdOutputFolderCheck::mayRecordInto(const QString& folder, QWidget* parent) const
+{
+    switch (examine(folder)) {
+    case NoPermission:
+        tellNoPermission(parent);
+        return false;
+    case LowSpace: {
+        const QString question = tr("There is only %1MB space in the specified output directory, "
+                                    "Would you choose another directory?")
+                                     .arg(m_freeMegabytes(folder));
+        return KOldMessageDialog::Question_YesNo(question, parent) == QDialogButtonBox::No;
+    }
+    case Usable:
+        break;
+    }
+    return true;
+}
+
+void KdOutputFolderCheck::tellNoPermission(QWidget* parent)
+{
+    KOldMessageDialog::Infomation(
+        tr("Please check whether you have permission to write or read on the path, or choose other "
+           "path to create."),
+        parent);
+}

@@ -1,0 +1,37 @@
+#include <KdRecord/KdTakePath.h>
+
+#include <QDir>
+#include <QStringList>
+
+namespace {
+
+// A day: no one records a take in every second of it, and a folder that says so is not believed.
+constexpr int kSecondsToTry = 24 * 60 * 60;
+
+} // namespace
+
+QString KdTakePath::compose(const QString& folder, const QString& pattern, const QDateTime& time)
+{
+    // The folder is added afterwards: it may hold a "%1" of its own.
+    const QString name = pattern.arg(time.toString(QStringLiteral("yyyyMMdd_hhmmss")));
+    return collapseSeparators(QDir::toNativeSeparators(folder + name), QDir::separator());
+}
+
+QString KdTakePath::composeFree(const QString& folder, const QString& pattern,
+                                const QDateTime& time, const IsTaken& isTaken)
+{
+    for (int seconds = 0; seconds < kSecondsToTry; ++seconds) {
+        const QString path = compose(folder, pattern, time.addSecs(seconds));
+        if (!isTaken(path)) {
+            return path;
+        }
+    }
+    return compose(folder, pattern, time);
+}
+
+QString KdTakePath::collapseSeparators(const QString& path, QChar separator)
+{
+    const QStringList parts = path.split(separator, Qt::SkipEmptyParts);
+    const bool isRooted = separator == QLatin1Char('/') && path.startsWith(separator);
+    return (isRooted ? QString(separator) : QString()) + parts.join(separator);
+}
