@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QPixmap>
+#include <QString>
+
+/** Images that also lie in a file twice as large, named "@2x", for dense screens. */
+namespace KdScreenPixmap {
+
+/**
+ * @param file ends in a suffix
+ * @param devicePixelRatio pixels for each unit of the screen that it is for
+ * @return the image that is crisp there, as large in units as the plain one; null when there is
+ * none.
+ */
+QPixmap load(const QString& file, qreal devicePixelRatio);
+
+} // namespace KdScreenPixmap
