@@ -1,0 +1,22 @@
+#pragma once
+
+#include <KdRecord/KdRecordExport.h>
+
+#include <QLabel>
+#include <QPixmap>
+
+/** A question mark as large as the label. GUI thread. */
+class KDRECORD_EXPORT KQuestionLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit KQuestionLabel(QWidget* parent = nullptr);
+    ~KQuestionLabel() override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QPixmap m_pixmap;
+};

@@ -1,0 +1,50 @@
+#include <KdRecord/KQuestionLabel.h>
+
+#include <Support/KdTestCase.h>
+
+#include <QPainter>
+
+class tst_KQuestionLabel : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fillsTheLabelWithTheImage_data();
+    void fillsTheLabelWithTheImage();
+};
+
+void tst_KQuestionLabel::fillsTheLabelWithTheImage_data()
+{
+    QTest::addColumn<QSize>("size");
+
+    QTest::newRow("as large as the image") << QSize(16, 16);
+    QTest::newRow("larger") << QSize(40, 40);
+    QTest::newRow("another shape") << QSize(30, 12);
+}
+
+void tst_KQuestionLabel::fillsTheLabelWithTheImage()
+{
+    QFETCH(QSize, size);
+    const QPixmap image(QStringLiteral(":/Resource/icon16_help_normal.png"));
+    QVERIFY(!image.isNull());
+    KQuestionLabel label;
+    label.resize(size);
+    QPixmap shown(size);
+    shown.fill(Qt::green);
+    label.render(&shown, QPoint(), QRegion(), QWidget::RenderFlags());
+
+    QPixmap expected(size);
+    expected.fill(Qt::green);
+    QPainter painter(&expected);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(QRect(QPoint(0, 0), size), image, QRect(0, 0, 16, 16));
+    painter.end();
+    QCOMPARE(shown.toImage(), expected.toImage());
+}
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_KQuestionLabel>(argc, argv);
+}
+
+#include "tst_KQuestionLabel.moc"
