@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QMetaType>
 #include <QSize>
 #include <QString>
 #include <QtGlobal>
@@ -285,3 +286,6 @@ KDCAPTUREENGINE_EXPORT IKdAudioRecorder* createAudioRecorder(QObject* owner);
 KDCAPTUREENGINE_EXPORT IKdWebcamRecorder* createWebcamRecorder();
 
 } // namespace KdVBLMODEL
+
+// So that a device status can be queued between threads.
+Q_DECLARE_METATYPE(KdVBLMODEL::_KdCaptureDeviceStatus)

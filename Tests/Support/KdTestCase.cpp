@@ -35,6 +35,12 @@ QStringList KdTestCase::logLines() const
     return m_lines;
 }
 
+QVector<KdLogRecord> KdTestCase::logRecords() const
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_records;
+}
+
 QString KdTestCase::documentDir() const
 {
     return temporaryPath(QStringLiteral("documents"));
@@ -50,6 +56,7 @@ void KdTestCase::init()
     {
         const QMutexLocker lock(&m_mutex);
         m_lines.clear();
+        m_records.clear();
         m_unexpected.clear();
         m_expectations.clear();
     }
@@ -60,6 +67,7 @@ void KdTestCase::init()
     s_current = this;
     s_previousHandler = qInstallMessageHandler(handleQtMessage);
     KdBaseLog::defaultLogger()->setObserver([this](const KdLogRecord& logged) {
+        keep(logged);
         record(QString::fromUtf8(logged.function) + QStringLiteral(": ") + logged.message,
                logged.level >= KdBaseLog::Warning);
     });
@@ -111,6 +119,12 @@ void KdTestCase::handleQtMessage(QtMsgType type, const QMessageLogContext& conte
     if (s_previousHandler) {
         s_previousHandler(type, context, message);
     }
+}
+
+void KdTestCase::keep(const KdLogRecord& logged)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_records.append(logged);
 }
 
 void KdTestCase::record(const QString& line, bool isProblem)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KdCore/KdBaseLog.h>
+
 #include <QApplication>
 #include <QMutex>
 #include <QObject>
@@ -32,6 +34,8 @@ public:
     void allowLog(const QString& pattern);
     /** Messages of all levels since the test function began, KdBaseLog's as "function: message". */
     QStringList logLines() const;
+    /** What went to KdBaseLog since the test function began, with levels and sources. */
+    QVector<KdLogRecord> logRecords() const;
     /** The document folder of this test function. */
     QString documentDir() const;
     /** A path in a folder that goes with this test function. */
@@ -49,6 +53,7 @@ private:
     };
 
     static void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message);
+    void keep(const KdLogRecord& logged);
     void record(const QString& line, bool isProblem);
     QStringList missingLines() const;
 
@@ -57,6 +62,7 @@ private:
 
     mutable QMutex m_mutex;
     QStringList m_lines;
+    QVector<KdLogRecord> m_records;
     QStringList m_unexpected;
     QVector<Expectation> m_expectations;
     std::unique_ptr<QTemporaryDir> m_folder;

@@ -24,6 +24,9 @@ bool onlyAsks(const QString& operation)
 IKdAudioRecorder* KdVBLMODEL::createAudioRecorder(QObject* owner)
 {
     const auto engine = ScriptedEngineState::current();
+    if (engine->fails(QStringLiteral("createAudioRecorder"))) {
+        return nullptr;
+    }
     const auto recorder = std::make_shared<ScriptedAudioRecorder>(*engine);
     engine->owner = owner;
     engine->keep(recorder);
@@ -33,6 +36,9 @@ IKdAudioRecorder* KdVBLMODEL::createAudioRecorder(QObject* owner)
 IKdWebcamRecorder* KdVBLMODEL::createWebcamRecorder()
 {
     const auto engine = ScriptedEngineState::current();
+    if (engine->fails(QStringLiteral("createWebcamRecorder"))) {
+        return nullptr;
+    }
     const auto recorder = std::make_shared<ScriptedWebcamRecorder>(*engine);
     engine->keep(recorder);
     return recorder.get();
