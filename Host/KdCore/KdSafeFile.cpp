@@ -22,8 +22,8 @@ bool KdSafeFile::replace(const QString& path, const QByteArray& content)
         return true;
     }
     KdBaseLog::write(KdBaseLog::Warning, {"Host/KdCore/KdSafeFile", "KdSafeFile::replace"},
-                     "The file %s could not be written: %s", path.toUtf8().constData(),
-                     file.errorString().toUtf8().constData());
+                     "The %d bytes of %s could not be written: %s", content.size(),
+                     path.toUtf8().constData(), file.errorString().toUtf8().constData());
     file.cancelWriting();
     return false;
 }
