@@ -97,7 +97,8 @@ void appendValue(QDomDocument& document, const QDomNode& parent, const char* tag
 QDomDocument KdSettingsXml::toDocument(KSettings& settings)
 {
     QDomDocument document;
-    const QDomElement root = append(document, document, "HostSettings");
+    QDomElement root = document.createElement(QStringLiteral("HostSettings"));
+    document.appendChild(root);
 
     const KGeneralSettings& general = *settings.GetGeneralSettings();
     const QDomElement generalGroup = append(document, root, "General");
@@ -105,7 +106,8 @@ QDomDocument KdSettingsXml::toDocument(KSettings& settings)
                 general.isAudioRecordingCheckMult());
     appendValue(document, generalGroup, "RecordAudioCountdown", general.GetRecordAudioCountdown());
 
-    // Without a choice of the user's nothing is stored, so that the default can still follow the music folder.
+    // Without a choice of the user's nothing is stored, so that the default can still follow the
+    // music folder.
     const QString folder = settings.GetFolderSettings()->GetRecorderVoiceFolder();
     if (folder != KFolderSettings().GetRecorderVoiceFolder()) {
         appendValue(document, append(document, root, "Folders"), "RecorderVoiceFolder", folder);
