@@ -1,38 +1,29 @@
 #pragma once
 
-#include <KdRecord/KdCaptureEngine.h>
+#include <KdVBLModel/KdAacFormat.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <QString>
 
-typedef struct _GstCaps GstCaps;
-typedef struct _GstElement GstElement;
-
-/** The AAC format that will really be written for one that was asked for. */
-struct KdAacFormat
-{
-    int samplerate = 44100;
-    int channels = 2;
-    int bitrate = 128000;  ///< bits per second, all channels
-    bool variable = false; ///< the bit rate follows the sound; bitrate is then its aim
-    QString
-        note; ///< one sentence for the log when something differs from what was asked; else empty
-};
+typedef struct _GstCaps GstCaps;       // NOLINT(modernize-use-using): as the C library has it
+typedef struct _GstElement GstElement; // NOLINT(modernize-use-using)
 
 /**
- * @return the nearest format that AAC has: known rates and one or two channels, at most 6144 bit
- * per channel in a frame of 1024 samples. Out-of-range fields are moved to the nearest valid value,
- * unknown modes count as variable. Pure; any thread.
+ * The AAC encoder of a take.
+ *
+ * A variable bit rate is written by avenc_aac with its fast coder: it spends what the sound needs,
+ * next to nothing on silence, at 0.4 of the cost of that encoder's default and without loss to the
+ * ear. A constant one is written by voaacenc, the one encoder here that holds its rate. Where one
+ * is not installed the other takes over.
+ *
+ * Reentrant; needs gst_init().
  */
-KDVBLMODEL_EXPORT KdAacFormat nearestAacFormat(const KdVBLMODEL::KdAudioFormat& asked);
-
-/** The AAC encoder of a take. Reentrant; needs gst_init(). */
 class KDVBLMODEL_EXPORT KdAacEncoder
 {
 public:
     /**
      * @param format as nearestAacFormat() gave it.
-     * @param error names the missing element on failure; may be null.
+     * @param error names the missing elements on failure; may be null.
      * @return a new element with a floating reference, ready to be added to a bin; null on failure.
      */
     static GstElement* create(const KdAacFormat& format, QString* error);

@@ -1,50 +1,11 @@
 #include <KdVBLModel/KdTakeFile.h>
+#include <Support/FileFaults.h>
 #include <Support/KdTestCase.h>
+#include <Support/TestFiles.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <unistd.h>
-
-namespace {
-
-// The superuser may write anywhere, so that a folder is only unwritable for somebody else.
-class AsOrdinaryUser
-{
-public:
-    AsOrdinaryUser() : m_isRoot(::geteuid() == 0)
-    {
-        m_isChanged = m_isRoot && ::seteuid(kNobody) == 0;
-    }
-    ~AsOrdinaryUser()
-    {
-        if (m_isChanged && ::seteuid(0) != 0) {
-            qFatal("The test could not become the superuser again");
-        }
-    }
-    bool isInForce() const { return !m_isRoot || m_isChanged; }
-
-private:
-    Q_DISABLE_COPY(AsOrdinaryUser)
-    static constexpr uid_t kNobody = 65534;
-    bool m_isRoot;
-    bool m_isChanged = false;
-};
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
-}
-
-bool write(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-} // namespace
 
 class tst_KdTakeFile : public KdTestCase
 {
@@ -92,21 +53,22 @@ void tst_KdTakeFile::claimMakesAnEmptyFile()
     QVERIFY2(take.claim(path, &error), qPrintable(error));
     QVERIFY(take.isClaimed());
     QCOMPARE(take.path(), path);
-    QCOMPARE(contentOf(path), QByteArray());
+    QVERIFY(QFileInfo::exists(path));
+    QCOMPARE(QFileInfo(path).size(), qint64(0));
 }
 
 void tst_KdTakeFile::existingFileIsRefusedAndUntouched()
 {
     makeFolder();
     const QString path = inFolder(QStringLiteral("REC_1.m4a"));
-    QVERIFY(write(path, "somebody's work"));
+    TestFiles::write(path, "somebody's work");
     KdTakeFile take;
     QString error;
     QVERIFY(!take.claim(path, &error));
     QCOMPARE(error, QStringLiteral("The file %1 exists already.").arg(path));
     QVERIFY(!take.isClaimed());
     take.release();
-    QCOMPARE(contentOf(path), QByteArray("somebody's work"));
+    QCOMPARE(TestFiles::read(path), QByteArray("somebody's work"));
 }
 
 void tst_KdTakeFile::linkToNowhereIsRefused()
@@ -165,8 +127,7 @@ void tst_KdTakeFile::unwritableFolderIsRefused()
     makeFolder();
     QVERIFY(QFile::setPermissions(QFileInfo(folder()).path(), QFile::Permissions(0x7755)));
     QVERIFY(QFile::setPermissions(folder(), QFile::Permissions(0x5555)));
-    const AsOrdinaryUser user;
-    QVERIFY(user.isInForce());
+    const FileFaults::WithoutPrivileges nobody;
     KdTakeFile take;
     QString error;
     QVERIFY(!take.claim(inFolder(QStringLiteral("REC_1.m4a")), &error));
@@ -242,10 +203,10 @@ void tst_KdTakeFile::begunClaimIsKept()
     {
         KdTakeFile take;
         QVERIFY(take.claim(path, nullptr));
-        QVERIFY(write(path, "media"));
+        TestFiles::write(path, "media");
         take.begun();
     }
-    QCOMPARE(contentOf(path), QByteArray("media"));
+    QCOMPARE(TestFiles::read(path), QByteArray("media"));
 }
 
 void tst_KdTakeFile::finishConfirmsAFileThatWasWritten()
@@ -256,10 +217,10 @@ void tst_KdTakeFile::finishConfirmsAFileThatWasWritten()
     QString error;
     QVERIFY(take.claim(path, nullptr));
     take.begun();
-    QVERIFY(write(path, "media"));
+    TestFiles::write(path, "media");
     QVERIFY2(take.finish(&error), qPrintable(error));
     QVERIFY(!take.isClaimed());
-    QCOMPARE(contentOf(path), QByteArray("media"));
+    QCOMPARE(TestFiles::read(path), QByteArray("media"));
 }
 
 void tst_KdTakeFile::finishFailsWhenTheFileIsGone()
@@ -294,9 +255,9 @@ void tst_KdTakeFile::finishFailsWhenAnotherFileTookItsPlace()
     QVERIFY(take.claim(path, nullptr));
     take.begun();
     QVERIFY(QFile::remove(path));
-    QVERIFY(write(path, "a stranger's"));
+    TestFiles::write(path, "a stranger's");
     QVERIFY(!take.finish(nullptr));
-    QCOMPARE(contentOf(path), QByteArray("a stranger's"));
+    QCOMPARE(TestFiles::read(path), QByteArray("a stranger's"));
 }
 
 void tst_KdTakeFile::finishFailsWhenNothingWasWritten()
@@ -330,37 +291,38 @@ void tst_KdTakeFile::releaseLeavesAForeignFileAlone()
     KdTakeFile take;
     QVERIFY(take.claim(path, nullptr));
     QVERIFY(QFile::remove(path));
-    QVERIFY(write(path, "a stranger's"));
+    TestFiles::write(path, "a stranger's");
     take.release();
-    QCOMPARE(contentOf(path), QByteArray("a stranger's"));
+    QCOMPARE(TestFiles::read(path), QByteArray("a stranger's"));
 }
 
 void tst_KdTakeFile::reRecordKeepsTheOldTakeUntilTheNewOneHasBegun()
 {
     makeFolder();
     const QString path = inFolder(QStringLiteral("VID_1.mp4"));
-    QVERIFY(write(path, "old take"));
+    TestFiles::write(path, "old take");
     KdTakeFile take;
     QString error;
     QVERIFY2(take.claimAgain(path, &error), qPrintable(error));
-    QCOMPARE(contentOf(path), QByteArray());
-    QCOMPARE(contentOf(KdTakeFile::previousPath(path)), QByteArray("old take"));
+    QVERIFY(QFileInfo::exists(path));
+    QCOMPARE(QFileInfo(path).size(), qint64(0));
+    QCOMPARE(TestFiles::read(KdTakeFile::previousPath(path)), QByteArray("old take"));
     take.begun();
     QVERIFY(!QFileInfo::exists(KdTakeFile::previousPath(path)));
-    QVERIFY(write(path, "new take"));
+    TestFiles::write(path, "new take");
     QVERIFY(take.finish(nullptr));
-    QCOMPARE(contentOf(path), QByteArray("new take"));
+    QCOMPARE(TestFiles::read(path), QByteArray("new take"));
 }
 
 void tst_KdTakeFile::reRecordThatNeverBeganBringsTheOldTakeBack()
 {
     makeFolder();
     const QString path = inFolder(QStringLiteral("VID_1.mp4"));
-    QVERIFY(write(path, "old take"));
+    TestFiles::write(path, "old take");
     KdTakeFile take;
     QVERIFY(take.claimAgain(path, nullptr));
     take.release();
-    QCOMPARE(contentOf(path), QByteArray("old take"));
+    QCOMPARE(TestFiles::read(path), QByteArray("old take"));
     QVERIFY(!QFileInfo::exists(KdTakeFile::previousPath(path)));
 }
 
@@ -378,12 +340,12 @@ void tst_KdTakeFile::reRecordRefusesWhileAnOlderTakeWaits()
 {
     makeFolder();
     const QString path = inFolder(QStringLiteral("VID_1.mp4"));
-    QVERIFY(write(path, "old take"));
-    QVERIFY(write(KdTakeFile::previousPath(path), "older take"));
+    TestFiles::write(path, "old take");
+    TestFiles::write(KdTakeFile::previousPath(path), "older take");
     KdTakeFile take;
     QVERIFY(!take.claimAgain(path, nullptr));
-    QCOMPARE(contentOf(path), QByteArray("old take"));
-    QCOMPARE(contentOf(KdTakeFile::previousPath(path)), QByteArray("older take"));
+    QCOMPARE(TestFiles::read(path), QByteArray("old take"));
+    QCOMPARE(TestFiles::read(KdTakeFile::previousPath(path)), QByteArray("older take"));
 }
 
 void tst_KdTakeFile::hiddenNamesFitIntoTheFileSystem_data()
@@ -402,7 +364,7 @@ void tst_KdTakeFile::hiddenNamesFitIntoTheFileSystem()
     QCOMPARE(QFileInfo(path).path(), folder());
     QVERIFY(QFileInfo(path).fileName().startsWith(QLatin1Char('.')));
     QVERIFY(path.endsWith(QStringLiteral(".kdtake")));
-    QVERIFY(write(path, "fits"));
+    TestFiles::write(path, "fits");
     QCOMPARE(KdTakeFile::hiddenPathBeside(inFolder(name), QStringLiteral(".kdtake")), path);
     QVERIFY(KdTakeFile::hiddenPathBeside(inFolder(name + QLatin1Char('x')),
                                          QStringLiteral(".kdtake")) != path);
