@@ -5,7 +5,6 @@
 #include "KdXmlScan.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QTextStream>
 
 namespace {
@@ -24,19 +23,9 @@ QByteArray toUtf8Xml(const QDomDocument& document)
     return content;
 }
 
-bool readBounded(const QString& path, QIODevice::OpenMode mode, QByteArray& content)
+bool isWritable(const QString& path)
 {
-    // A pipe or a device would block, or never end.
-    if (!QFileInfo(path).isFile()) {
-        return false;
-    }
-    QFile file(path);
-    const QIODevice::OpenMode access = mode & QIODevice::ReadWrite;
-    if (!file.open(access | QIODevice::ReadOnly | QIODevice::ExistingOnly)) {
-        return false;
-    }
-    content = file.read(KdXmlScan::kMaxBytes + 1);
-    return content.size() <= KdXmlScan::kMaxBytes;
+    return QFile(path).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
 }
 
 /** The element after this one in document order, without leaving root. */
@@ -69,12 +58,15 @@ bool KdDomDocument::createXmlFile(const QString& path, const QString& rootName)
 bool KdDomDocument::openXmlFile(QDomDocument& document, const QString& path,
                                 QIODevice::OpenMode mode)
 {
-    QByteArray content;
-    if (!readBounded(path, mode, content) || !KdXmlScan::isAcceptable(content)) {
+    const std::optional<QByteArray> content = KdSafeFile::read(path, KdXmlScan::kMaxBytes);
+    if (!content || !KdXmlScan::isAcceptable(*content)) {
+        return false;
+    }
+    if (mode.testFlag(QIODevice::WriteOnly) && !isWritable(path)) {
         return false;
     }
     QDomDocument parsed;
-    if (!parsed.setContent(content) || parsed.documentElement().isNull()) {
+    if (!parsed.setContent(*content) || parsed.documentElement().isNull()) {
         return false;
     }
     document = parsed;

@@ -3,6 +3,8 @@
 #include "KdBaseLog.h"
 #include "KdDiskSync.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace {
@@ -14,6 +16,21 @@ bool writeWhole(QSaveFile& file, const QByteArray& content)
 }
 
 } // namespace
+
+std::optional<QByteArray> KdSafeFile::read(const QString& path, qint64 maxBytes)
+{
+    // A pipe would block, a device might never end.
+    if (!QFileInfo(path).isFile()) {
+        return std::nullopt;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    const QByteArray content = file.read(maxBytes + 1);
+    const bool isWhole = file.error() == QFileDevice::NoError && content.size() <= maxBytes;
+    return isWhole ? std::optional<QByteArray>(content) : std::nullopt;
+}
 
 bool KdSafeFile::replace(const QString& path, const QByteArray& content)
 {

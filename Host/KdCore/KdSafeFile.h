@@ -5,15 +5,22 @@
 #include <QByteArray>
 #include <QString>
 
-/** Replacing a file's content without ever losing the old one. Reentrant. */
+#include <optional>
+
+/** Reads files that anybody may have put there, and replaces files without losing the old ones. */
 class KDCORE_EXPORT KdSafeFile
 {
 public:
+    /** @return the content, or nothing when path is no ordinary readable file of that size at most.
+     */
+    static std::optional<QByteArray> read(const QString& path, qint64 maxBytes);
+
     /**
-     * Writes content to a new file that takes path's place only when every byte is known to be on disk.
-     * QSaveFile::commit() alone answers true on a full disk and destroys the old file, hence this helper.
-     * A link is followed: the file it leads to is replaced.
-     * @return false when anything failed; the old file is then untouched, and a warning with the reason is logged.
+     * Writes content to a new file that takes path's place only when every byte is known to be on
+     * disk. QSaveFile::commit() alone answers true on a full disk and destroys the old file, hence
+     * this helper. A link is followed: the file it leads to is replaced.
+     * @return false when anything failed; the old file is then untouched, and a warning with the
+     * reason is logged.
      */
     static bool replace(const QString& path, const QByteArray& content);
 };

@@ -6,11 +6,15 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+
 class tst_KdSafeFile : public KdTestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void readsWholeFilesUpToALimit();
+    void readsOrdinaryFilesOnly();
     void makesAFileThatWasNotThere();
     void replacesTheWholeContent();
     void keepsThePermissions();
@@ -30,6 +34,31 @@ private:
 QStringList tst_KdSafeFile::folderEntries() const
 {
     return QDir(documentDir()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+void tst_KdSafeFile::readsWholeFilesUpToALimit()
+{
+    const QString path = temporaryPath(m_name);
+    TestFiles::write(path, QByteArray("1234\0"
+                                      "6",
+                                      6));
+    QCOMPARE(KdSafeFile::read(path, 6).value(), QByteArray("1234\0"
+                                                           "6",
+                                                           6));
+    QVERIFY(!KdSafeFile::read(path, 5));
+    TestFiles::write(path, QByteArray());
+    QCOMPARE(KdSafeFile::read(path, 0).value(), QByteArray());
+}
+
+void tst_KdSafeFile::readsOrdinaryFilesOnly()
+{
+    const QString pipe = temporaryPath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QStringList paths{QString(), documentDir(), pipe, QStringLiteral("/dev/zero"),
+                            temporaryPath(m_name)};
+    for (const QString& path : paths) {
+        QVERIFY2(!KdSafeFile::read(path, 100), qPrintable(path));
+    }
 }
 
 void tst_KdSafeFile::makesAFileThatWasNotThere()
