@@ -34,6 +34,7 @@ KAdvanceBtn::~KAdvanceBtn() = default;
 
 QSize KAdvanceBtn::sizeHint() const
 {
+    ensurePolished();
     const int text = fontMetrics().horizontalAdvance(this->text());
     return {Padding + text + Gap + ChevronSide + Padding, Height};
 }
@@ -83,8 +84,11 @@ void KAdvanceBtn::paintText(QPainter& painter, State state) const
     const QRect area = rect().adjusted(Padding, 0, -(Padding + ChevronSide + Gap), 0);
     painter.setPen(skinColor(KdSkin::Text));
     painter.setOpacity(state == Disabled ? DisabledOpacity : 1.0);
+    // The width is rounded, so a text that has just enough room must not be measured again.
+    const bool fits = fontMetrics().horizontalAdvance(text()) <= area.width();
     painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
+                     fits ? text()
+                          : fontMetrics().elidedText(text(), Qt::ElideRight, area.width()));
     painter.setOpacity(1.0);
 }
 
