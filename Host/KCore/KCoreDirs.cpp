@@ -32,7 +32,7 @@ QString getZentraDocumentDir()
 {
     ChosenFolder& chosen = chosenFolder();
     QMutexLocker lock(&chosen.mutex);
-    const QString path = chosen.path.isEmpty() ? defaultFolder() : chosen.path;
+    QString path = chosen.path.isEmpty() ? defaultFolder() : chosen.path;
     lock.unlock();
     QDir().mkpath(path);
     return path;

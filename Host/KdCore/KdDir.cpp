@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qint64 kBytesPerMegabyte = 1024 * 1024;
+constexpr qint64 kBytesPerMegabyte = 1024LL * 1024;
 
 QString nearestExisting(const QString& path)
 {

@@ -87,7 +87,7 @@ void tst_KdDir::freeSpaceIsInMegabytes()
     {
     };
     QCOMPARE(statvfs(QFile::encodeName(documentDir()).constData(), &space), 0);
-    const qint64 expected = static_cast<qint64>(space.f_bavail * space.f_frsize) / (1024 * 1024);
+    const qint64 expected = static_cast<qint64>(space.f_bavail * space.f_frsize) / (1024LL * 1024);
     const qint64 answered = KdDir::getDiskFreeSpace(documentDir(), 0);
     // Others may be writing to the same disk meanwhile.
     QVERIFY2(qAbs(answered - expected) <= 1024, qPrintable(QString::number(answered - expected)));

@@ -87,6 +87,7 @@ void tst_KdLazySingleton::manyThreadsMakeOneObject()
     std::promise<void> start;
     const std::shared_future<void> started = start.get_future().share();
     std::vector<std::future<Managed*>> results;
+    results.reserve(8);
     for (int i = 0; i < 8; ++i) {
         results.push_back(std::async(std::launch::async, [started] {
             started.wait();

@@ -29,7 +29,7 @@ void tst_KdShortcutEditManager::changedKeysAreAnswered()
 {
     IKdShortcutEditManager* const manager = IKdShortcutEditManager::GetInstance();
     const QKeySequence before = manager->GetKeySequence(3000);
-    const QKeySequence changed(Qt::CTRL | Qt::Key_R);
+    const QKeySequence changed(QStringLiteral("Ctrl+R"));
     manager->SetKeySequence(3000, changed);
     QCOMPARE(manager->GetKeySequence(3000), changed);
     manager->SetKeySequence(3000, QKeySequence());

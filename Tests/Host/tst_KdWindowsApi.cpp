@@ -34,7 +34,7 @@ public:
         menu = menuBar()->addMenu(QStringLiteral("Edit"));
         action = menu->addAction(QStringLiteral("Cut"));
         addAction(action);
-        action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_K));
+        action->setShortcut(QKeySequence(QStringLiteral("Ctrl+K")));
         button.setAcceptDrops(true);
     }
 
@@ -222,7 +222,7 @@ void tst_KdWindowsApi::shortcutsOfTheWindowDoNotFire()
 {
     HostWindow host;
     showActive(host);
-    QShortcut shortcut(QKeySequence(Qt::CTRL | Qt::Key_J), &host);
+    QShortcut shortcut(QKeySequence(QStringLiteral("Ctrl+J")), &host);
     QSignalSpy activated(&shortcut, &QShortcut::activated);
     QSignalSpy triggered(host.action, &QAction::triggered);
     const auto pressBoth = [&host] {
@@ -245,7 +245,7 @@ void tst_KdWindowsApi::applicationShortcutsOfTheWindowDoNotFireFromADialog()
     host.action->setShortcutContext(Qt::ApplicationShortcut);
     QSignalSpy triggered(host.action, &QAction::triggered);
     QDialog dialog(&host);
-    QShortcut own(QKeySequence(Qt::CTRL | Qt::Key_J), &dialog);
+    QShortcut own(QKeySequence(QStringLiteral("Ctrl+J")), &dialog);
     QSignalSpy activated(&own, &QShortcut::activated);
     showActive(dialog);
     host.setUsable(false);
