@@ -2,13 +2,17 @@
 #include <KdRecord/KAdvanceSettings.h>
 #include <KdRecord/KAudioSettings.h>
 #include <KdRecord/KComboboxExt.h>
+#include <KdRecord/KdRecordTranslation.h>
 #include <KdVBLModel/KdTrackEventLog.h>
 #include <KdWidgets/KdCheckBox.h>
 #include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdLineWidget.h>
 #include <KdWidgets/KdPushButton.h>
+#include <KdWidgets/KdSkinManager.h>
 #include <KdWidgets/KdTitleBar.h>
+#include <KdWidgets/KdToast.h>
 
+#include <Support/ClippedTexts.h>
 #include <Support/KdTestCase.h>
 
 #include <QSignalSpy>
@@ -60,6 +64,8 @@ private Q_SLOTS:
 
     void isAModalDialogNamedAdvanced();
     void everythingFitsItsSize();
+    void noTextIsClippedInAnyLanguage_data();
+    void noTextIsClippedInAnyLanguage();
     void cancelStandsLeftOfApplyAndIsPrimary();
     void focusGoesFromTopToBottom();
     void carriesDataInAndOut();
@@ -107,6 +113,8 @@ void tst_KAdvanceSettings::init()
 void tst_KAdvanceSettings::cleanup()
 {
     m_dialog.reset();
+    KdRecordTranslation::remove();
+    KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
     KdTestCase::cleanup();
 }
 
@@ -149,6 +157,39 @@ void tst_KAdvanceSettings::everythingFitsItsSize()
     for (const QWidget* row : rows) {
         QVERIFY(!row->isVisible() || page->rect().contains(row->geometry()));
     }
+}
+
+void tst_KAdvanceSettings::noTextIsClippedInAnyLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("skin");
+
+    QStringList languages = KdRecordTranslation::languages();
+    languages.append(QStringLiteral("en"));
+    const QStringList skins = KdSkin::KdSkinManager::instance()->skins();
+    for (const QString& skin : skins) {
+        for (const QString& language : qAsConst(languages)) {
+            QTest::newRow(qPrintable(language + QLatin1Char(' ') + skin)) << language << skin;
+        }
+    }
+}
+
+void tst_KAdvanceSettings::noTextIsClippedInAnyLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, skin);
+    QVERIFY(KdSkin::KdSkinManager::instance()->setSkin(skin));
+    QVERIFY(KdRecordTranslation::install(QLocale(language)));
+    m_dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_dialog.get()));
+    m_dialog->loadData({0x20434141, 1, 22050, 512, 1, true});
+    QTRY_COMPARE(KdTest::clippedTexts(*m_dialog), QStringList());
+    QTest::mouseClick(m_dialog->findChild<KdCheckBox*>(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(8, 12));
+    combo("KAudioSettings_BitrateMode")->setCurrentIndex(1);
+    QVERIFY(m_dialog->findChild<KdToast*>());
+    QTRY_COMPARE(KdTest::clippedTexts(*m_dialog), QStringList());
+    QVERIFY(m_dialog->findChild<KdToast*>()->width() <= m_dialog->width());
 }
 
 void tst_KAdvanceSettings::cancelStandsLeftOfApplyAndIsPrimary()
