@@ -11,16 +11,22 @@ namespace {
 
 constexpr int kIndent = 4;
 
-QByteArray toUtf8Xml(const QDomDocument& document)
+QString toUtf8Xml(const QDomDocument& document)
 {
-    QByteArray content;
-    QTextStream stream(&content, QIODevice::WriteOnly);
+    QString text;
+    QTextStream stream(&text, QIODevice::WriteOnly);
     stream.setCodec("UTF-8");
     // Whatever encoding the document was read in, its declaration must name the one it is written
     // in.
     document.save(stream, kIndent, QDomNode::EncodingFromTextStream);
     stream.flush();
-    return content;
+    return text;
+}
+
+std::optional<QString> readText(const QString& path)
+{
+    const std::optional<QByteArray> content = KdSafeFile::read(path, KdXmlScan::kMaxBytes);
+    return content ? KdXmlScan::decode(*content) : std::nullopt;
 }
 
 bool isWritable(const QString& path)
@@ -58,15 +64,15 @@ bool KdDomDocument::createXmlFile(const QString& path, const QString& rootName)
 bool KdDomDocument::openXmlFile(QDomDocument& document, const QString& path,
                                 QIODevice::OpenMode mode)
 {
-    const std::optional<QByteArray> content = KdSafeFile::read(path, KdXmlScan::kMaxBytes);
-    if (!content || !KdXmlScan::isAcceptable(*content)) {
+    const std::optional<QString> text = readText(path);
+    if (!text || !KdXmlScan::isAcceptable(*text)) {
         return false;
     }
     if (mode.testFlag(QIODevice::WriteOnly) && !isWritable(path)) {
         return false;
     }
     QDomDocument parsed;
-    if (!parsed.setContent(*content) || parsed.documentElement().isNull()) {
+    if (!parsed.setContent(*text) || parsed.documentElement().isNull()) {
         return false;
     }
     document = parsed;
@@ -75,15 +81,15 @@ bool KdDomDocument::openXmlFile(QDomDocument& document, const QString& path,
 
 bool KdDomDocument::saveXmlContent2File(const QDomDocument& document, const QString& path)
 {
-    const QByteArray content = toUtf8Xml(document);
-    if (!KdXmlScan::isAcceptable(content)) {
+    const QString text = toUtf8Xml(document);
+    if (!KdXmlScan::isAcceptable(text)) {
         KdBaseLog::write(KdBaseLog::Warning,
                          {"Host/KdCore/KdDomDocument", "KdDomDocument::saveXmlContent2File"},
                          "The document for %s could not be read again, so it is not written",
                          path.toUtf8().constData());
         return false;
     }
-    return KdSafeFile::replace(path, content);
+    return KdSafeFile::replace(path, text.toUtf8());
 }
 
 QDomElement KdDomDocument::getElementByTagName(const QDomElement& parent, const QString& tagName)

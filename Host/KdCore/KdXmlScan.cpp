@@ -1,12 +1,27 @@
 #include "KdXmlScan.h"
 
+#include "KdXmlMarkup.h"
+
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
 namespace {
 
-bool declaresEntities(const QXmlStreamReader& reader)
+constexpr int kDeclarationBytes = 1024;
+
+/** The encoding that a byte order mark or the XML declaration names, UTF-8 without either; null for
+ * an unknown one. */
+QTextCodec* declaredCodec(const QByteArray& content)
 {
-    return reader.text().contains(QLatin1String("<!ENTITY"));
+    if (QTextCodec* const marked = QTextCodec::codecForUtfText(content, nullptr)) {
+        return marked;
+    }
+    QXmlStreamReader reader(content.left(kDeclarationBytes));
+    if (reader.readNext() != QXmlStreamReader::StartDocument) {
+        return nullptr;
+    }
+    const QByteArray name = reader.documentEncoding().toLatin1();
+    return QTextCodec::codecForName(name.isEmpty() ? QByteArray("UTF-8") : name);
 }
 
 bool staysWithinLimits(QXmlStreamReader& reader)
@@ -15,9 +30,6 @@ bool staysWithinLimits(QXmlStreamReader& reader)
     int elements = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::DTD && declaresEntities(reader)) {
-            return false;
-        }
         if (token == QXmlStreamReader::StartElement) {
             ++elements;
             ++depth;
@@ -42,16 +54,29 @@ bool isAllowedInXml(uint character)
 
 } // namespace
 
-bool KdXmlScan::isAcceptable(const QByteArray& content)
+std::optional<QString> KdXmlScan::decode(const QByteArray& content)
 {
-    QXmlStreamReader reader(content);
-    return content.size() <= kMaxBytes && staysWithinLimits(reader);
+    const QTextCodec* const codec = declaredCodec(content);
+    if (!codec) {
+        return std::nullopt;
+    }
+    QTextCodec::ConverterState state;
+    const QString text = codec->toUnicode(content.constData(), content.size(), &state);
+    const bool isWhole = state.invalidChars == 0 && state.remainingChars == 0;
+    return isWhole ? std::optional<QString>(text) : std::nullopt;
 }
 
 bool KdXmlScan::isAcceptable(const QString& text)
 {
+    // QXmlStreamReader compares every attribute of an element, and every declaration of a document
+    // type, with all the others, which takes minutes for a file full of them. So these are looked
+    // at first.
+    if (text.size() > kMaxBytes || !KdXmlMarkup(text).isHarmless(kMaxAttributes)) {
+        return false;
+    }
     QXmlStreamReader reader(text);
-    return text.size() <= kMaxBytes && staysWithinLimits(reader);
+    reader.setNamespaceProcessing(false);
+    return staysWithinLimits(reader);
 }
 
 QString KdXmlScan::withoutForbiddenCharacters(const QString& text)
