@@ -1,0 +1,65 @@
+#pragma once
+
+#include <KdVBLModel/KdCaptureDevice.h>
+#include <KdVBLModel/KdVBLModelExport.h>
+
+#include <QVector>
+
+#include <chrono>
+#include <memory>
+
+typedef struct _GstElement GstElement;
+
+/** Told of devices that come and go. Called on the registry's thread; must not block. */
+class IKdDeviceListener
+{
+public:
+    virtual void onDeviceAdded(const KdCaptureDevice& device) = 0;
+    virtual void onDeviceRemoved(const KdCaptureDevice& device) = 0;
+    /** The first list is complete; what is in it was not announced one by one. */
+    virtual void onDevicesListed() = 0;
+
+protected:
+    ~IKdDeviceListener() = default;
+};
+
+/**
+ * The capture devices of this machine, watched once for the whole process. Everything that is slow,
+ * the start of GStreamer included, happens on a thread of its own.
+ *
+ * Without a sound server there are no devices; they come as added when one is started.
+ *
+ * All operations may be called on any thread.
+ */
+class KDVBLMODEL_EXPORT KdDeviceRegistry
+{
+public:
+    static KdDeviceRegistry& instance();
+    /** Ends the thread; gives it up when a sound server holds it. */
+    ~KdDeviceRegistry();
+
+    /** Begins to list devices. Returns at once; harmless when repeated. */
+    void start();
+
+    /** Starts and waits. @return whether the first list is complete. */
+    bool waitUntilListed(std::chrono::milliseconds patience);
+
+    /** The devices of one kind, each once; the system's default first. */
+    QVector<KdCaptureDevice> devices(KdVBLMODEL::_KdDevType kind) const;
+
+    /** @return a new source element for the device, floating; null when it is not there (any more)
+     * or its system refuses. May block while the system is asked. */
+    GstElement* createSource(const KdCaptureDevice& device) const;
+
+    void addListener(IKdDeviceListener* listener);
+    /** A barrier: afterwards no call on the listener runs on another thread or starts. */
+    void removeListener(IKdDeviceListener* listener);
+
+private:
+    KdDeviceRegistry();
+    KdDeviceRegistry(const KdDeviceRegistry&) = delete;
+    KdDeviceRegistry& operator=(const KdDeviceRegistry&) = delete;
+
+    class Private;
+    std::shared_ptr<Private> d; ///< shared with the thread, which may outlive this object
+};

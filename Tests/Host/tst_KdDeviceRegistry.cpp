@@ -1,0 +1,165 @@
+#include <KdVBLModel/KdDeviceRegistry.h>
+
+#include <Support/KdTestCase.h>
+#include <Support/VirtualMicrophone.h>
+
+#include <QElapsedTimer>
+
+#include <mutex>
+
+using namespace KdVBLMODEL;
+
+namespace {
+
+constexpr std::chrono::seconds kPatience{10};
+
+class Listener : public IKdDeviceListener
+{
+public:
+    Listener() { KdDeviceRegistry::instance().addListener(this); }
+    ~Listener() { KdDeviceRegistry::instance().removeListener(this); }
+
+    void onDeviceAdded(const KdCaptureDevice& device) override
+    {
+        note(QStringLiteral("+") + device.id);
+    }
+    void onDeviceRemoved(const KdCaptureDevice& device) override
+    {
+        note(QStringLiteral("-") + device.id);
+    }
+    void onDevicesListed() override {}
+
+    QStringList events() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_events;
+    }
+    int count(const char* event) const { return events().count(QLatin1String(event)); }
+
+private:
+    void note(const QString& event)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_events.append(event);
+    }
+
+    mutable std::mutex m_mutex;
+    QStringList m_events;
+};
+
+QStringList names()
+{
+    QStringList names;
+    for (const KdCaptureDevice& device : KdDeviceRegistry::instance().devices(kdtMicrophone)) {
+        names.append(device.name);
+    }
+    return names;
+}
+
+} // namespace
+
+class tst_KdDeviceRegistry : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void aMicrophoneIsListedOnceAndAnnouncedOnce();
+    void anOutputsMonitorIsNotListed();
+    void aMicrophoneThatComesBackHasItsFormerId();
+    void aStrangeNameIsListedAsPlainText();
+    void aSourceIsMadeForADeviceThatIsThereOnly();
+    void fastPluggingEndsInTheRightList();
+};
+
+void tst_KdDeviceRegistry::initTestCase()
+{
+    QElapsedTimer timer;
+    timer.start();
+    KdDeviceRegistry::instance().start();
+    QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(KdDeviceRegistry::instance().waitUntilListed(kPatience));
+    QVERIFY(names().isEmpty());
+}
+
+void tst_KdDeviceRegistry::aMicrophoneIsListedOnceAndAnnouncedOnce()
+{
+    const Listener listener;
+    VirtualMicrophone microphone;
+    QVERIFY(microphone.plug());
+    QTRY_COMPARE(listener.events(), QStringList({QStringLiteral("+usb_mic")}));
+    QCOMPARE(names(), QStringList({QStringLiteral("USB Microphone")}));
+    QVERIFY(microphone.unplug());
+    QTRY_COMPARE(listener.events(),
+                 QStringList({QStringLiteral("+usb_mic"), QStringLiteral("-usb_mic")}));
+    QVERIFY(names().isEmpty());
+}
+
+void tst_KdDeviceRegistry::anOutputsMonitorIsNotListed()
+{
+    const Listener listener;
+    QVERIFY(VirtualMicrophone::createOutput(QStringLiteral("speaker"), QStringLiteral("Speaker")));
+    VirtualMicrophone microphone;
+    QVERIFY(microphone.plug());
+    QTRY_COMPARE(listener.events(), QStringList({QStringLiteral("+usb_mic")}));
+    QCOMPARE(names(), QStringList({QStringLiteral("USB Microphone")}));
+    QVERIFY(VirtualMicrophone::destroyNode(QStringLiteral("speaker")));
+    QVERIFY(microphone.unplug());
+    QTRY_VERIFY(names().isEmpty());
+    QCOMPARE(listener.events().size(), 2);
+}
+
+void tst_KdDeviceRegistry::aMicrophoneThatComesBackHasItsFormerId()
+{
+    VirtualMicrophone stranger(QStringLiteral("other_mic"), QStringLiteral("Other"));
+    VirtualMicrophone microphone;
+    QVERIFY(microphone.plug() && stranger.plug());
+    QTRY_COMPARE(names().size(), 2);
+    QVERIFY(microphone.unplug());
+    QTRY_COMPARE(names(), QStringList({QStringLiteral("Other")}));
+    QVERIFY(microphone.plug());
+    QTRY_COMPARE(names().size(), 2);
+    const QVector<KdCaptureDevice> devices = KdDeviceRegistry::instance().devices(kdtMicrophone);
+    const bool isBack = std::any_of(devices.begin(), devices.end(), [](const auto& device) {
+        return device.id == QLatin1String("usb_mic");
+    });
+    QVERIFY(isBack);
+}
+
+void tst_KdDeviceRegistry::aStrangeNameIsListedAsPlainText()
+{
+    const QString strange = QStringLiteral("<b>\"%1\"</b> ! fakesink \\ מיק");
+    VirtualMicrophone microphone(QStringLiteral("strange_mic"), strange);
+    QVERIFY(microphone.plug());
+    QTRY_COMPARE(names(), QStringList({strange}));
+}
+
+void tst_KdDeviceRegistry::aSourceIsMadeForADeviceThatIsThereOnly()
+{
+    KdDeviceRegistry& registry = KdDeviceRegistry::instance();
+    KdCaptureDevice device{kdtMicrophone, QStringLiteral("usb_mic"), QString()};
+    QCOMPARE(registry.createSource(device), nullptr);
+    QCOMPARE(registry.createSource(KdCaptureDevice()), nullptr);
+}
+
+void tst_KdDeviceRegistry::fastPluggingEndsInTheRightList()
+{
+    const Listener listener;
+    VirtualMicrophone microphone(QStringLiteral("flapping_mic"), QStringLiteral("Flapping"));
+    constexpr int kRounds = 10;
+    for (int i = 0; i < kRounds; ++i) {
+        QVERIFY(microphone.plug());
+        QVERIFY(microphone.unplug());
+    }
+    QVERIFY(microphone.plug());
+    QTRY_COMPARE(listener.count("+flapping_mic"), kRounds + 1);
+    QCOMPARE(listener.count("-flapping_mic"), kRounds);
+    QCOMPARE(names(), QStringList({QStringLiteral("Flapping")}));
+}
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_KdDeviceRegistry>(argc, argv);
+}
+
+#include "tst_KdDeviceRegistry.moc"

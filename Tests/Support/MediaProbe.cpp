@@ -1,0 +1,131 @@
+#include "MediaProbe.h"
+
+#include "Command.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+QJsonObject ffprobe(const QString& path)
+{
+    const Command::Result result = Command::run(
+        QStringLiteral("ffprobe"),
+        {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-show_format"),
+         QStringLiteral("-show_streams"), QStringLiteral("-of"), QStringLiteral("json"), path});
+    return result.ok ? QJsonDocument::fromJson(result.output).object() : QJsonObject();
+}
+
+void readStream(const QJsonObject& stream, MediaInfo* info)
+{
+    const QString codec = stream.value(QLatin1String("codec_name")).toString();
+    if (stream.value(QLatin1String("codec_type")) == QLatin1String("audio")) {
+        info->audioCodec = codec;
+        info->samplerate = stream.value(QLatin1String("sample_rate")).toString().toInt();
+        info->channels = stream.value(QLatin1String("channels")).toInt();
+        info->bitrate = stream.value(QLatin1String("bit_rate")).toString().toInt();
+    } else {
+        info->videoCodec = codec;
+        info->width = stream.value(QLatin1String("width")).toInt();
+        info->height = stream.value(QLatin1String("height")).toInt();
+    }
+}
+
+double decibel(double amplitude)
+{
+    return amplitude > 0.0 ? 20.0 * std::log10(amplitude)
+                           : -std::numeric_limits<double>::infinity();
+}
+
+QVector<float> part(const QString& path, double fromSeconds, double seconds)
+{
+    constexpr int kRate = 48000;
+    const QVector<float> all = MediaProbe::samples(path, kRate);
+    const int from = static_cast<int>(fromSeconds * kRate);
+    return all.mid(from, seconds > 0.0 ? static_cast<int>(seconds * kRate) : -1);
+}
+
+} // namespace
+
+MediaInfo MediaProbe::probe(const QString& path)
+{
+    MediaInfo info;
+    const QJsonObject found = ffprobe(path);
+    const QJsonObject format = found.value(QLatin1String("format")).toObject();
+    info.container = format.value(QLatin1String("format_name")).toString();
+    info.seconds = format.value(QLatin1String("duration")).toString().toDouble();
+    const QJsonArray streams = found.value(QLatin1String("streams")).toArray();
+    for (const QJsonValue& stream : streams) {
+        readStream(stream.toObject(), &info);
+    }
+    const Command::Result decoded =
+        Command::run(QStringLiteral("ffmpeg"),
+                     {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
+                      QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")},
+                     120000);
+    info.complaint = QString::fromUtf8(decoded.errors);
+    info.isReadable = decoded.ok && decoded.errors.isEmpty() && !streams.isEmpty();
+    return info;
+}
+
+QVector<float> MediaProbe::samples(const QString& path, int samplerate)
+{
+    const Command::Result decoded =
+        Command::run(QStringLiteral("ffmpeg"),
+                     {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
+                      QStringLiteral("-ac"), QStringLiteral("1"), QStringLiteral("-ar"),
+                      QString::number(samplerate), QStringLiteral("-f"), QStringLiteral("f32le"),
+                      QStringLiteral("-")},
+                     120000);
+    QVector<float> samples;
+    if (decoded.ok) {
+        samples.resize(decoded.output.size() / static_cast<int>(sizeof(float)));
+        std::memcpy(samples.data(), decoded.output.constData(),
+                    static_cast<size_t>(samples.size()) * sizeof(float));
+    }
+    return samples;
+}
+
+double MediaProbe::meanDecibel(const QString& path, double fromSeconds, double seconds)
+{
+    const QVector<float> samples = part(path, fromSeconds, seconds);
+    double squares = 0.0;
+    for (const float sample : samples) {
+        squares += static_cast<double>(sample) * static_cast<double>(sample);
+    }
+    return samples.isEmpty() ? decibel(0.0) : decibel(std::sqrt(squares / samples.size()));
+}
+
+double MediaProbe::peakDecibel(const QString& path, double fromSeconds, double seconds)
+{
+    double peak = 0.0;
+    for (const float sample : part(path, fromSeconds, seconds)) {
+        peak = std::max(peak, std::abs(static_cast<double>(sample)));
+    }
+    return decibel(peak);
+}
+
+double MediaProbe::pitchAt(const QVector<float>& samples, int samplerate, double second,
+                           double windowSeconds)
+{
+    const int from = static_cast<int>((second - windowSeconds / 2) * samplerate);
+    const int to = static_cast<int>((second + windowSeconds / 2) * samplerate);
+    double first = -1.0;
+    double last = -1.0;
+    int crossings = 0;
+    for (int i = qMax(from, 1); i < qMin(to, samples.size()); ++i) {
+        const double before = static_cast<double>(samples[i - 1]);
+        const double after = static_cast<double>(samples[i]);
+        if (before < 0.0 && after >= 0.0) {
+            last = i - after / (after - before);
+            first = crossings == 0 ? last : first;
+            ++crossings;
+        }
+    }
+    return crossings > 1 ? (crossings - 1) * samplerate / (last - first) : 0.0;
+}
