@@ -1,7 +1,9 @@
 #pragma once
 
+#include <KdVBLModel/KdVBLModelExport.h>
+
+#include <QByteArray>
 #include <QVector>
-#include <QtGlobal>
 
 class QIODevice;
 
@@ -13,12 +15,21 @@ struct KdMp4Box
     qint64 headerSize = 8;    ///< 8 or 16
     qint64 size = 0;          ///< with its header; cut at the end of what contains it
     bool isTruncated = false; ///< it claims more than there is
+    bool isOpenEnded = false; ///< it claims all that follows
 
     qint64 end() const { return offset + size; }
     qint64 contentOffset() const { return offset + headerSize; }
+    qint64 contentSize() const { return size - headerSize; }
 };
 
-/** @return the code of four characters, as in fourCc("moov"). */
+/** A box in memory: its type and what it holds. */
+struct KdMp4Element
+{
+    quint32 type = 0;
+    QByteArray content;
+};
+
+/** @return the code of four characters, as in kdFourCc("moov"). */
 constexpr quint32 kdFourCc(const char (&name)[5])
 {
     return (quint32(quint8(name[0])) << 24) | (quint32(quint8(name[1])) << 16) |
@@ -27,15 +38,25 @@ constexpr quint32 kdFourCc(const char (&name)[5])
 
 /**
  * Reads the box structure of a file that may be damaged in any way. Every call ends after a bounded
- * number of reads, whatever the file says of itself. The device is the caller's, open and
- * random-access. Reentrant.
+ * number of reads, whatever the file says of itself. Reentrant.
  */
-class KdMp4Boxes
+class KDVBLMODEL_EXPORT KdMp4Boxes
 {
 public:
-    /** The boxes in [from, to), in order, up to the first that makes no sense. to -1: the device's
-     * end. */
+    /**
+     * The boxes in [from, to), in order, up to the first that makes no sense: smaller than its
+     * header, or with a type that is no text. to -1: the device's end. The device is the caller's,
+     * open and random-access.
+     */
     static QVector<KdMp4Box> between(QIODevice* device, qint64 from, qint64 to = -1);
-    static QVector<KdMp4Box> topLevel(QIODevice* device) { return between(device, 0); }
-    static QVector<KdMp4Box> children(QIODevice* device, const KdMp4Box& parent);
+
+    /** @return what the box holds; empty when it is longer than limit or cannot be read whole. */
+    static QByteArray content(QIODevice* device, const KdMp4Box& box, qint64 limit);
+
+    /** The boxes in a piece of memory, up to the first that makes no sense or is cut off. */
+    static QVector<KdMp4Element> parse(const QByteArray& bytes);
+    /** @return the content of the first box of that type in bytes; null when there is none. */
+    static QByteArray find(const QByteArray& bytes, quint32 type);
+    /** @return the box, header and all. content is shorter than 4 GiB. */
+    static QByteArray serialize(quint32 type, const QByteArray& content);
 };

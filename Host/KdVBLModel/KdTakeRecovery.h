@@ -1,12 +1,11 @@
 #pragma once
 
 #include <KdVBLModel/KdTakeJournal.h>
+#include <KdVBLModel/KdTakeRepair.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <QString>
 #include <QVector>
-
-#include <functional>
 
 /** A take that a crash, or the loss of power, left unfinished. */
 struct UnfinishedTake
@@ -14,23 +13,6 @@ struct UnfinishedTake
     KdTakeRecord record;
     QString journalPath;
     qint64 bytes = 0; ///< size of the output file, 0 when there is none
-};
-
-/** What became of a repair. */
-struct RepairResult
-{
-    enum class Outcome
-    {
-        Repaired,           ///< the file at the take's path now plays everywhere
-        NothingRecoverable, ///< no media in it; claim and journal are gone, a predecessor is back
-                            ///< at its place
-        Cancelled,          ///< by the hook; the take is as unfinished as before
-        Failed              ///< the message says why; the take is as unfinished as before
-    };
-
-    Outcome outcome = Outcome::Failed;
-    QString message;       ///< one sentence for the log or a user
-    qint64 durationMs = 0; ///< length of the repaired take
 };
 
 /**
@@ -42,20 +24,20 @@ struct RepairResult
 class KDVBLMODEL_EXPORT KdTakeRecovery
 {
 public:
-    /** Called now and then with 0 to 100, on the calling thread. @return false to cancel. */
-    using Progress = std::function<bool(int percent)>;
+    using Progress = KdTakeRepair::Progress;
 
     /** The takes in folder whose writer no longer runs, oldest first. Takes of running processes
      * are left alone. */
     static QVector<UnfinishedTake> find(const QString& folder);
 
     /**
-     * Makes an ordinary file of what is there. The only copy is never touched before a checked new
-     * one is on disk beside it: as much free space as the take has bytes is needed for a moment.
+     * Repairs the take's file, see KdTakeRepair, and removes the journal when that is done. Where
+     * nothing is recoverable, journal and claim go as well, and a take that was being recorded
+     * again is back at its place.
      */
     static RepairResult repair(const UnfinishedTake& take, const Progress& progress = {});
 
-    /** Forgets the take: removes journal, file and work files. @return whether nothing of it is
-     * left. */
+    /** Forgets the take: its file and journal go, one that was being recorded again is back.
+     * @return whether nothing of it is left; false as well when somebody else has dealt with it. */
     static bool discard(const UnfinishedTake& take);
 };

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <KdVBLModel/KdVBLModelExport.h>
+
+#include <QString>
+
+#include <functional>
+
+/** What became of a repair. */
+struct RepairResult
+{
+    enum class Outcome
+    {
+        Repaired,           ///< the file at the take's path now plays everywhere
+        NothingRecoverable, ///< there is no media in it that could be brought back
+        Cancelled,          ///< by the hook; the take is as unfinished as before
+        Failed              ///< the message says why; the take is as unfinished as before
+    };
+
+    Outcome outcome = Outcome::Failed;
+    QString message;       ///< one sentence for the log or a user
+    qint64 durationMs = 0; ///< length of the repaired take
+};
+
+/**
+ * Makes an ordinary MP4 of a take that was not finished: killed while it was written, while the
+ * muxer finalised it, or out of disk space in either.
+ *
+ * It does what the muxer does at a clean end, with the file as it is found: collects all samples
+ * from the fragments, writes an index of them behind the media, and then turns everything before it
+ * into one piece of media data by replacing 16 bytes. No byte of sound or picture is moved or
+ * changed, so that nothing can be lost, it takes no more space than the index, and an interrupted
+ * repair can be done again. Another reader counts the frames afterwards; where it disagrees, the
+ * file becomes what it was.
+ *
+ * Blocks on the disk. Calls gst_init() itself.
+ */
+class KDVBLMODEL_EXPORT KdTakeRepair
+{
+public:
+    /** Called now and then with 0 to 100, on the calling thread. @return false to cancel. */
+    using Progress = std::function<bool(int percent)>;
+
+    /**
+     * @param path a file that nobody writes to any more. A take that is whole already counts as
+     * repaired.
+     */
+    static RepairResult run(const QString& path, const Progress& progress = {});
+};
