@@ -62,6 +62,9 @@ void KAudioSettings::initUI(bool withPreview)
     m_pLayout->setSpacing(0);
     m_pTitle = new KdLabel(this);
     m_pTitle->setFixedHeight(TitleHeight);
+    QFont titleFont = m_pTitle->font();
+    titleFont.setWeight(QFont::DemiBold);
+    m_pTitle->setFont(titleFont);
     m_pLayout->addWidget(m_pTitle);
     m_pEncoder = addRow(QStringLiteral("KAudioSettings_Encoder"));
     m_pChannel = addRow(QStringLiteral("KAudioSettings_Channel"));

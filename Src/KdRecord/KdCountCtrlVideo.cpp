@@ -79,7 +79,8 @@ void KdCountCtrlVideo::paintEvent(QPaintEvent* event)
         paintNumber(painter, center);
         paintRing(painter, center);
     }
-    KdLabel::paintEvent(event);
+    // The number and ring of the base are replaced, not painted over.
+    KdLabel::paintEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void KdCountCtrlVideo::paintNumber(QPainter& painter, const QPoint& center) const
