@@ -30,7 +30,7 @@ public:
 private:
     KdInputBlocker() = default;
     ~KdInputBlocker() override = default;
-    bool belongsToBlockedWindow(const QObject* action) const;
+    bool belongsToBlockedWindow(const QObject* object) const;
 
     QVector<QPointer<QWidget>> m_windows;
 };
