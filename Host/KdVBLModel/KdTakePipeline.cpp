@@ -49,7 +49,8 @@ KdTakePipeline::~KdTakePipeline()
     shutDown();
 }
 
-bool KdTakePipeline::start(const QByteArray& location, const KdAacFormat& format, GstCaps* input, QString* error)
+bool KdTakePipeline::start(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
+                           QString* error)
 {
     m_pipeline = gst_pipeline_new(nullptr);
     if (!addElements(location, format, input, error)) {
@@ -59,14 +60,15 @@ bool KdTakePipeline::start(const QByteArray& location, const KdAacFormat& format
     gst_bus_set_sync_handler(bus, handleMessage, this, nullptr);
     gst_object_unref(bus);
     if (gst_element_set_state(m_pipeline, GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE) {
-        *error = hasFailed() ? this->error() : QStringLiteral("The recording pipeline does not start.");
+        *error =
+            hasFailed() ? this->error() : QStringLiteral("The recording pipeline does not start.");
         return false;
     }
     return true;
 }
 
-bool KdTakePipeline::addElements(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
-                                 QString* error)
+bool KdTakePipeline::addElements(const QByteArray& location, const KdAacFormat& format,
+                                 GstCaps* input, QString* error)
 {
     m_source = make(m_pipeline, "appsrc", error);
     GstElement* const convert = m_source ? make(m_pipeline, "audioconvert", error) : nullptr;
@@ -171,7 +173,8 @@ void KdTakePipeline::noteError(GstMessage* message)
     gchar* debug = nullptr;
     gst_message_parse_error(message, &details, &debug);
     const QString text = QString::fromUtf8(details->message);
-    KdBaseLog::write(KdBaseLog::Error, {"Host/KdVBLModel/KdTakePipeline", "KdTakePipeline::noteError"}, "%s: %s (%s)",
+    KdBaseLog::write(KdBaseLog::Error,
+                     {"Host/KdVBLModel/KdTakePipeline", "KdTakePipeline::noteError"}, "%s: %s (%s)",
                      GST_MESSAGE_SRC_NAME(message), details->message, debug ? debug : "no details");
     g_error_free(details);
     g_free(debug);

@@ -12,8 +12,8 @@
 #include <gst/gst.h>
 
 /**
- * The elements of one take: sound pushed in at one end, a crash-safe MP4 file at the other. Errors are noted in the
- * element's own words as they happen, on whatever thread.
+ * The elements of one take: sound pushed in at one end, a crash-safe MP4 file at the other. Errors
+ * are noted in the element's own words as they happen, on whatever thread.
  */
 class KdTakePipeline
 {
@@ -21,8 +21,10 @@ public:
     KdTakePipeline();
     ~KdTakePipeline();
 
-    /** Makes and starts the elements; they write to location. @return false with a sentence on failure. */
-    bool start(const QByteArray& location, const KdAacFormat& format, GstCaps* input, QString* error);
+    /** Makes and starts the elements; they write to location. @return false with a sentence on
+     * failure. */
+    bool start(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
+               QString* error);
 
     /** @param buffer ownership passes. @return false when nothing is taken any more. */
     bool push(GstBuffer* buffer);
@@ -47,7 +49,8 @@ private:
 
     static GstBusSyncReply handleMessage(GstBus* bus, GstMessage* message, gpointer self);
     void noteError(GstMessage* message);
-    bool addElements(const QByteArray& location, const KdAacFormat& format, GstCaps* input, QString* error);
+    bool addElements(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
+                     QString* error);
 
     GstElement* m_pipeline = nullptr;
     GstElement* m_source = nullptr; ///< the pipeline's

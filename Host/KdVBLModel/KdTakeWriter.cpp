@@ -6,7 +6,6 @@
 #include <KdVBLModel/KdAacEncoder.h>
 #include <KdVBLModel/KdTakeFile.h>
 #include <KdVBLModel/KdTakeJournal.h>
-#include <KdVBLModel/KdTakeRepair.h>
 
 #include <QFileInfo>
 
@@ -25,16 +24,17 @@ constexpr auto kShutDownPatience = 500ms;
 /** A disk that is this far behind has failed; until then its sound waits in memory. */
 constexpr auto kBacklogLimit = 60s;
 
-KdBaseLog::Source here(const char* function)
+KdBaseLog::Source here(const char* function, int line = __builtin_LINE())
 {
-    return {"Host/KdVBLModel/KdTakeWriter", function};
+    return {"Host/KdVBLModel/KdTakeWriter", function, line};
 }
 
 GstCaps* rawCaps(const KdAacFormat& format, int bitsPerSample)
 {
     GstCaps* const caps = KdAacEncoder::inputCaps(format);
     const char* const sample = bitsPerSample <= 16 ? GST_AUDIO_NE(S16) : GST_AUDIO_NE(F32);
-    gst_caps_set_simple(caps, "format", G_TYPE_STRING, sample, "layout", G_TYPE_STRING, "interleaved", nullptr);
+    gst_caps_set_simple(caps, "format", G_TYPE_STRING, sample, "layout", G_TYPE_STRING,
+                        "interleaved", nullptr);
     return caps;
 }
 
@@ -62,10 +62,12 @@ public:
         }
     }
 
-    bool open(const QString& path, const KdVBLMODEL::KdAudioFormat& asked, bool takeAgain, QString* error);
+    bool open(const QString& path, const KdVBLMODEL::KdAudioFormat& asked, bool takeAgain,
+              QString* error);
     bool claim(const QString& path, bool takeAgain, QString* error);
     void stamp(GstBuffer* buffer);
     Result end();
+    Result abandon();
     bool shutDownInTime();
     Result judgeFailed(const QString& path);
 
@@ -80,12 +82,13 @@ public:
     Result result = Result::Lost;
 };
 
-bool KdTakeWriter::Private::open(const QString& path, const KdVBLMODEL::KdAudioFormat& asked, bool takeAgain,
-                                 QString* error)
+bool KdTakeWriter::Private::open(const QString& path, const KdVBLMODEL::KdAudioFormat& asked,
+                                 bool takeAgain, QString* error)
 {
     format = nearestAacFormat(asked);
     if (!format.note.isEmpty()) {
-        KdBaseLog::write(KdBaseLog::Info, here("KdTakeWriter::open"), "%s", qUtf8Printable(format.note));
+        KdBaseLog::write(KdBaseLog::Info, here("KdTakeWriter::open"), "%s",
+                         qUtf8Printable(format.note));
     }
     caps = rawCaps(format, asked.bitPerSample);
     GstAudioInfo info;
@@ -110,7 +113,8 @@ bool KdTakeWriter::Private::open(const QString& path, const KdVBLMODEL::KdAudioF
 
 bool KdTakeWriter::Private::claim(const QString& path, bool takeAgain, QString* error)
 {
-    // A former take that is set aside is found by the journal alone, so the journal goes first then.
+    // A former take that is set aside is found by the journal alone, so the journal goes first
+    // then.
     if (takeAgain && !journal.begin(recordOf(path, format), error)) {
         return false;
     }
@@ -130,7 +134,8 @@ void KdTakeWriter::Private::stamp(GstBuffer* buffer)
     const qint64 count = static_cast<qint64>(gst_buffer_get_size(buffer)) / bytesPerFrame;
     const qint64 first = frames.fetch_add(count);
     const auto timeOf = [this](qint64 frame) {
-        return gst_util_uint64_scale_int(static_cast<guint64>(frame), GST_SECOND, format.samplerate);
+        return gst_util_uint64_scale_int(static_cast<guint64>(frame), GST_SECOND,
+                                         format.samplerate);
     };
     GST_BUFFER_PTS(buffer) = timeOf(first);
     GST_BUFFER_DTS(buffer) = GST_CLOCK_TIME_NONE;
@@ -140,22 +145,35 @@ void KdTakeWriter::Private::stamp(GstBuffer* buffer)
     GST_BUFFER_FLAG_UNSET(buffer, GST_BUFFER_FLAG_DISCONT);
 }
 
-// The order matters: the end of the stream goes through the muxer, then the elements let the file go, then it is
-// looked at and made durable, and only then is the journal, which would have it repaired, taken away.
+// The order matters: the end of the stream goes through the muxer, then the elements let the file
+// go, then it is looked at and made durable, and only then is the journal, which would have it
+// repaired, taken away.
 KdTakeWriter::Result KdTakeWriter::Private::end()
 {
+    if (frames == 0) {
+        return abandon();
+    }
     const bool isDrained = pipeline->drain(kDrainPatience);
     const bool isShutDown = shutDownInTime();
     const QString path = file.path();
     QString problem = isDrained ? QString() : pipeline->error();
     const bool isOnDisk = isShutDown && file.finish(&problem);
-    if (isDrained && isOnDisk && frames > 0) {
+    if (isDrained && isOnDisk) {
         journal.remove();
         return Result::Finished;
     }
-    KdBaseLog::write(KdBaseLog::Error, here("KdTakeWriter::finish"), "The take %s did not end well: %s",
-                     qUtf8Printable(path), qUtf8Printable(problem));
+    KdBaseLog::write(KdBaseLog::Error, here("KdTakeWriter::finish"),
+                     "The take %s did not end well: %s", qUtf8Printable(path),
+                     qUtf8Printable(problem));
     return isShutDown ? judgeFailed(path) : Result::Lost;
+}
+
+KdTakeWriter::Result KdTakeWriter::Private::abandon()
+{
+    shutDownInTime();
+    file.release();
+    journal.remove();
+    return Result::Lost;
 }
 
 bool KdTakeWriter::Private::shutDownInTime()
@@ -178,19 +196,8 @@ KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path)
         journal.remove();
         return Result::Lost;
     }
-    const RepairResult repaired = KdTakeRepair::run(path);
-    KdBaseLog::write(KdBaseLog::Info, here("KdTakeWriter::finish"), "%s", qUtf8Printable(repaired.message));
-    switch (repaired.outcome) {
-    case RepairResult::Outcome::Repaired:
-        journal.remove();
-        return Result::Kept;
-    case RepairResult::Outcome::NothingRecoverable:
-        journal.remove();
-        return Result::Lost;
-    default:
-        // It plays up to its last fragment; the journal stays, so that it is mended when there is room again.
-        return Result::Kept;
-    }
+    // It plays up to its last fragment; the journal stays, so that it is mended at the next start.
+    return Result::Kept;
 }
 
 KdTakeWriter::KdTakeWriter() : d(std::make_unique<Private>()) {}
@@ -200,8 +207,8 @@ KdTakeWriter::~KdTakeWriter()
     finish();
 }
 
-bool KdTakeWriter::open(const QString& path, const KdVBLMODEL::KdAudioFormat& format, bool takeAgain,
-                        QString* error)
+bool KdTakeWriter::open(const QString& path, const KdVBLMODEL::KdAudioFormat& format,
+                        bool takeAgain, QString* error)
 {
     QString problem;
     if (d->caps) {
@@ -236,7 +243,7 @@ bool KdTakeWriter::push(GstBuffer* buffer)
     if (!buffer) {
         return false;
     }
-    if (!d->pipeline || d->pipeline->hasFailed()) {
+    if (!d->isOpen || d->pipeline->hasFailed()) {
         gst_buffer_unref(buffer);
         return false;
     }
