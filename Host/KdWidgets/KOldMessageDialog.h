@@ -5,18 +5,21 @@
 #include <QDialogButtonBox>
 
 /**
- * Modal messages with plain text. Object names: the dialog "KOldMessageDialog", its text
- * "KOldMessageDialog_Text", its buttons "KOldMessageDialog_Ok", "_Yes" and "_No". The calls return
- * when the dialog was answered or destroyed (with its parent, say): whoever calls must look whether
- * it still exists itself.
+ * Modal messages with plain text, broken into lines and scrolled where it is long. Object names:
+ * the dialog "KOldMessageDialog", its text "KOldMessageDialog_Text", its buttons
+ * "KOldMessageDialog_Ok", "_Yes" and "_No". The calls return when the dialog was answered or
+ * destroyed (with its parent, say): whoever calls must look whether it still exists itself.
  */
 class KDWIDGETS_EXPORT KOldMessageDialog : public KdFramelessDialog
 {
     Q_OBJECT
 
 public:
-    /** @return the button pressed; Ok when the dialog was closed otherwise. An empty title shows
-     * the product name. */
+    /**
+     * @param buttons of Ok, Yes and No; without any of them there is Ok
+     * @param title empty: the product's name
+     * @return the button pressed; Ok when the dialog was closed otherwise.
+     */
     static QDialogButtonBox::StandardButton
     Infomation(const QString& text, QWidget* parent,
                QDialogButtonBox::StandardButtons buttons = QDialogButtonBox::Ok,
@@ -37,6 +40,7 @@ private:
                       QDialogButtonBox::StandardButton safeAnswer, const QString& title);
     static QDialogButtonBox::StandardButton ask(KOldMessageDialog* dialog,
                                                 QDialogButtonBox::StandardButton safeAnswer);
+    QWidget* createText();
     void addButton(QDialogButtonBox::StandardButton button, bool isDefault);
 
     QString m_sText;

@@ -1,7 +1,37 @@
 #include <KdWidgets/KdComboBox.h>
 
+#include <KdWidgets/KdText.h>
+
+#include <QHelpEvent>
 #include <QListView>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
+
+namespace {
+
+constexpr int kWidestItem = 480;
+
+/** Item texts come from devices: no line breaks, no item wider than a dialog. */
+class OneLineDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override
+    {
+        return KdText::singleLine(QStyledItemDelegate::displayText(value, locale));
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+        return {qMin(hint.width(), kWidestItem), hint.height()};
+    }
+};
+
+} // namespace
 
 KdComboBox::KdComboBox(QWidget* parent) : QComboBox(parent)
 {
@@ -11,22 +41,16 @@ KdComboBox::KdComboBox(QWidget* parent) : QComboBox(parent)
 
 void KdComboBox::showPopup()
 {
-    Q_EMIT sigShowPopUp();
+    preparePopup();
     QComboBox::showPopup();
-}
-
-void KdComboBox::hidePopup()
-{
-    const bool wasVisible = isPopupVisible();
-    QComboBox::hidePopup();
-    if (wasVisible) {
-        Q_EMIT sigHidePopUp();
+    if (isPopupVisible()) {
+        Q_EMIT sigShowPopUp();
     }
 }
 
 bool KdComboBox::isPopupVisible() const
 {
-    return view()->isVisible();
+    return m_pPopup && m_pPopup->isVisible();
 }
 
 bool KdComboBox::isRowHidden(int row) const
@@ -40,6 +64,60 @@ void KdComboBox::setRowHidden(int row, bool hidden)
     if (auto* list = qobject_cast<QListView*>(view())) {
         list->setRowHidden(row, hidden);
     }
+}
+
+void KdComboBox::preparePopup()
+{
+    if (m_pPopup && m_pPopup == view()->window()) {
+        return;
+    }
+    setItemDelegate(new OneLineDelegate(this));
+    view()->setTextElideMode(Qt::ElideMiddle);
+    m_pPopup = view()->window();
+    m_pPopup->installEventFilter(this);
+}
+
+QString KdComboBox::elidedCurrentText() const
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QRect field =
+        style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+    return fontMetrics().elidedText(KdText::singleLine(currentText()), Qt::ElideRight,
+                                    field.width());
+}
+
+bool KdComboBox::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const QString hidden = elidedCurrentText() == currentText() ? QString() : currentText();
+        const QString tip = toolTip().isEmpty() ? hidden : toolTip();
+        KdText::showToolTip(static_cast<QHelpEvent*>(event), this, KdText::toolTip(tip));
+        return true;
+    }
+    return QComboBox::event(event);
+}
+
+bool KdComboBox::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_pPopup && event->type() == QEvent::Hide) {
+        Q_EMIT sigHidePopUp();
+    }
+    return QComboBox::eventFilter(watched, event);
+}
+
+void KdComboBox::paintEvent(QPaintEvent* event)
+{
+    if (isEditable()) {
+        QComboBox::paintEvent(event);
+        return;
+    }
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    option.currentText = elidedCurrentText();
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }
 
 void KdComboBox::wheelEvent(QWheelEvent* event)

@@ -3,8 +3,12 @@
 #include <KdWidgets/KdWidgetsExport.h>
 
 #include <QComboBox>
+#include <QPointer>
 
-/** A combo box that tells when its list opens and shows item texts as plain text, elided. */
+/**
+ * A combo box that tells when its list opens and shows item texts as plain text on one line,
+ * elided, with the whole text as a tool tip then.
+ */
 class KDWIDGETS_EXPORT KdComboBox : public QComboBox
 {
     Q_OBJECT
@@ -13,7 +17,6 @@ public:
     explicit KdComboBox(QWidget* parent = nullptr);
 
     void showPopup() override;
-    void hidePopup() override;
     bool isPopupVisible() const;
 
     /** @return whether a row of the list is hidden; false for a row that does not exist. */
@@ -22,9 +25,19 @@ public:
 
 Q_SIGNALS:
     void sigShowPopUp();
+    /** The list went, by a choice or otherwise. */
     void sigHidePopUp();
 
 protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     /** Without the list open the wheel scrolls what is behind and changes no choice. */
     void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void preparePopup();
+    QString elidedCurrentText() const;
+
+    QPointer<QWidget> m_pPopup;
 };

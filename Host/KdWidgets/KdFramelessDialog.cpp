@@ -2,16 +2,22 @@
 
 #include <KdWidgets/KdSkinManager.h>
 #include <KdWidgets/KdTitleBar.h>
+#include <KdWidgets/KdWindowWatch.h>
 
+#include <QFrame>
 #include <QHBoxLayout>
+#include <QResizeEvent>
+#include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
-#include <QVariant>
 
 namespace {
+
 Qt::WindowFlags windowFlagsFor(int kind)
 {
     return (kind == 0 ? Qt::Window : Qt::Dialog) | Qt::FramelessWindowHint;
 }
+
 } // namespace
 
 KdFramelessDialog::KdFramelessDialog(QWidget* parent, bool titleBar, bool shadow, int kind)
@@ -21,17 +27,18 @@ KdFramelessDialog::KdFramelessDialog(QWidget* parent, bool titleBar, bool shadow
     , m_pButtonLayout(new QHBoxLayout(m_pButtonBar))
     , m_pLayout(new QVBoxLayout(this))
 {
-    setProperty("shadow", shadow);
     KdSkin::KdSkinManager::instance();
     m_pTitleBar->setVisible(titleBar);
     m_pButtonLayout->setContentsMargins(16, 0, 16, 16);
     m_pButtonLayout->setSpacing(8);
     m_pButtonLayout->addStretch();
-    const int border = shadow ? 1 : 0;
-    m_pLayout->setContentsMargins(border, border, border, border);
+    m_pLayout->setContentsMargins(0, 0, 0, 0);
     m_pLayout->setSpacing(0);
     m_pLayout->addWidget(m_pTitleBar);
     m_pLayout->addWidget(m_pButtonBar);
+    if (shadow) {
+        addBorder();
+    }
 }
 
 KdFramelessDialog::~KdFramelessDialog() = default;
@@ -56,6 +63,9 @@ void KdFramelessDialog::setContentWidget(QWidget* widget)
     m_pContent = widget;
     if (widget) {
         m_pLayout->insertWidget(1, widget, 1);
+    }
+    if (m_pBorder) {
+        m_pBorder->raise();
     }
 }
 
@@ -82,4 +92,83 @@ void KdFramelessDialog::setTitleBarButtons(int mask)
 void KdFramelessDialog::SetMinimizedEnable(bool enable)
 {
     m_pTitleBar->SetMinimizedEnable(enable);
+}
+
+void KdFramelessDialog::addBorder()
+{
+    m_pBorder = new QFrame(this);
+    m_pBorder->setObjectName(QStringLiteral("KdFramelessDialog_Border"));
+    m_pBorder->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void KdFramelessDialog::centre()
+{
+    adjustSize();
+    const QWidget* host = parentWidget() ? parentWidget()->window() : nullptr;
+    const bool onHost = host && host->isVisible() && !host->isMinimized();
+    const QPoint middle = onHost ? host->geometry().center() : QPoint();
+    const QRect screen = KdWindowWatch::availableArea(middle);
+    const QRect around = onHost ? host->geometry() : screen;
+    const QPoint corner = around.center() - rect().center();
+    move(qBound(screen.left(), corner.x(), qMax(screen.left(), screen.right() + 1 - width())),
+         qBound(screen.top(), corner.y(), qMax(screen.top(), screen.bottom() + 1 - height())));
+}
+
+void KdFramelessDialog::orderFocus()
+{
+    const auto buttons = m_pTitleBar->findChildren<QToolButton*>();
+    for (QToolButton* button : buttons) {
+        QWidget* last = previousInFocusChain();
+        while (last != this && (last == button || last->focusPolicy() == Qt::NoFocus)) {
+            last = last->previousInFocusChain();
+        }
+        if (last != this) {
+            setTabOrder(last, button);
+        }
+    }
+}
+
+void KdFramelessDialog::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous()) {
+        orderFocus();
+        if (!testAttribute(Qt::WA_Moved)) {
+            centre();
+            m_bCentred = true;
+        }
+        m_shownAt = pos();
+        m_bPlaceUnconfirmed = true;
+    }
+    KdDialog::showEvent(event);
+}
+
+void KdFramelessDialog::moveEvent(QMoveEvent* event)
+{
+    KdDialog::moveEvent(event);
+    // Some window managers report a new window in the corner, whose frame was there before they
+    // placed it, and never correct that. Asking for the place again makes them tell where the
+    // window is.
+    if (m_bPlaceUnconfirmed && event->pos().isNull() && !m_shownAt.isNull()) {
+        m_bPlaceUnconfirmed = false;
+        QTimer::singleShot(0, this, [this] { move(m_shownAt); });
+    }
+}
+
+void KdFramelessDialog::hideEvent(QHideEvent* event)
+{
+    if (m_bCentred && !event->spontaneous()) {
+        m_bCentred = false;
+        setAttribute(Qt::WA_Moved, false);
+    }
+    KdDialog::hideEvent(event);
+}
+
+void KdFramelessDialog::resizeEvent(QResizeEvent* event)
+{
+    KdDialog::resizeEvent(event);
+    if (m_pBorder) {
+        m_pBorder->setGeometry(rect());
+        m_pBorder->setMask(QRegion(rect()) - QRegion(rect().adjusted(1, 1, -1, -1)));
+        m_pBorder->raise();
+    }
 }

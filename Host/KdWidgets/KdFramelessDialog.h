@@ -2,7 +2,11 @@
 
 #include <KdWidgets/KdDialog.h>
 
+#include <QPoint>
+#include <QPointer>
+
 class KdTitleBar;
+class QFrame;
 class QHBoxLayout;
 class QVBoxLayout;
 
@@ -15,7 +19,8 @@ class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 public:
     /**
      * @param titleBar whether there is a title bar
-     * @param shadow whether the dialog has a one-pixel border in the stroke colour
+     * @param shadow whether a one-pixel border in the stroke colour lies over the edge; it takes no
+     * room
      * @param kind 1: a dialog, 0: a plain window that also stands in the task bar
      */
     explicit KdFramelessDialog(QWidget* parent = nullptr, bool titleBar = true, bool shadow = true,
@@ -34,10 +39,25 @@ public:
     void setTitleBarButtons(int mask);
     void SetMinimizedEnable(bool enable);
 
+protected:
+    void hideEvent(QHideEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
 private:
+    void addBorder();
+    void centre();
+    void orderFocus();
+
     KdTitleBar* m_pTitleBar = nullptr;
-    QWidget* m_pContent = nullptr;
+    QPointer<QWidget> m_pContent;
     QWidget* m_pButtonBar = nullptr;
     QHBoxLayout* m_pButtonLayout = nullptr;
     QVBoxLayout* m_pLayout = nullptr;
+    QFrame* m_pBorder = nullptr;
+    bool m_bCentred = false;
+    /** Where the dialog was shown, until the window system has told so. */
+    QPoint m_shownAt;
+    bool m_bPlaceUnconfirmed = false;
 };

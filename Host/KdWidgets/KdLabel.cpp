@@ -7,14 +7,18 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QStyleOption>
-#include <QToolTip>
+
+namespace {
+constexpr int kWidestHint = 480;
+constexpr QChar kEllipsis(0x2026);
+} // namespace
 
 KdLabel::KdLabel(QWidget* parent) : KdLabel(QString(), parent) {}
 
-KdLabel::KdLabel(const QString& text, QWidget* parent) : QLabel(text, parent)
+KdLabel::KdLabel(const QString& text, QWidget* parent) : QLabel(parent)
 {
     setTextFormat(Qt::PlainText);
+    setText(text);
 }
 
 KdLabel::~KdLabel() = default;
@@ -27,10 +31,17 @@ void KdLabel::setCaption(bool caption)
 
 QString KdLabel::overflowText() const
 {
-    if (wordWrap() || fontMetrics().horizontalAdvance(text()) <= contentsRect().width()) {
+    if (wordWrap() || text().isEmpty()) {
         return QString();
     }
-    return text();
+    const int needed = fontMetrics().horizontalAdvance(KdText::singleLine(text()));
+    return needed > contentsRect().width() - 2 * margin() ? text() : QString();
+}
+
+QSize KdLabel::sizeHint() const
+{
+    const QSize hint = QLabel::sizeHint();
+    return wordWrap() ? hint : QSize(qMin(hint.width(), kWidestHint), hint.height());
 }
 
 QSize KdLabel::minimumSizeHint() const
@@ -39,15 +50,15 @@ QSize KdLabel::minimumSizeHint() const
     if (wordWrap() || text().isEmpty()) {
         return hint;
     }
-    const int ellipsis = fontMetrics().horizontalAdvance(QChar(0x2026));
-    return {qMin(hint.width(), ellipsis + 2 * margin()), hint.height()};
+    const int ellipsis = fontMetrics().horizontalAdvance(kEllipsis) + 2 * margin();
+    return {qMin(hint.width(), ellipsis), hint.height()};
 }
 
 bool KdLabel::event(QEvent* event)
 {
-    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !overflowText().isEmpty()) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), KdText::toolTip(text()),
-                           this);
+    if (event->type() == QEvent::ToolTip) {
+        const QString tip = toolTip().isEmpty() ? overflowText() : toolTip();
+        KdText::showToolTip(static_cast<QHelpEvent*>(event), this, KdText::toolTip(tip));
         return true;
     }
     return QLabel::event(event);
@@ -60,12 +71,11 @@ void KdLabel::paintEvent(QPaintEvent* event)
         return;
     }
     QPainter painter(this);
-    QStyleOption option;
-    option.initFrom(this);
-    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
-    const QRect area = contentsRect();
+    drawFrame(&painter);
+    const QRect area = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
     const QString line =
         fontMetrics().elidedText(KdText::singleLine(text()), Qt::ElideRight, area.width());
-    style()->drawItemText(&painter, area, int(alignment()) | Qt::TextSingleLine, palette(),
-                          isEnabled(), line, foregroundRole());
+    const auto placed = QStyle::visualAlignment(layoutDirection(), alignment());
+    style()->drawItemText(&painter, area, int(placed) | Qt::TextSingleLine, palette(), isEnabled(),
+                          line, foregroundRole());
 }

@@ -19,6 +19,8 @@ public:
     void setCaption(bool caption);
 
     QString overflowText() const override;
+    /** Never wider than a dialog, whatever the text. */
+    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:

@@ -24,15 +24,21 @@ public:
     /** Object name "KdOpenFileLineEdit_Browse". */
     KdToolButton* browseButton() const { return m_pBrowse; }
 
-    /** Asks for a folder, given the current one; empty: no choice. The native dialog by default. */
+    /** Asks for a folder, given the current one; empty: no choice. */
     using FolderChooser = std::function<QString(QWidget* parent, const QString& current)>;
+    /** @param chooser null: the system's dialog, as at the start. */
     void setFolderChooser(FolderChooser chooser);
 
 Q_SIGNALS:
     /** Every change of the text. */
     void textChanged(const QString& text);
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void layOut();
+    void retranslate();
     void browse();
 
     QLineEdit* m_pEdit = nullptr;

@@ -27,9 +27,10 @@ QString asSheetColor(const QColor& color)
 
 } // namespace
 
-KdPalette KdPalette::parse(const QString& text)
+KdPalette KdPalette::parse(const QString& skin, const QString& text)
 {
     KdPalette palette;
+    palette.m_sSkin = skin;
     const QStringList lines = text.split(QLatin1Char('\n'));
     for (const QString& line : lines) {
         const QStringList words = line.simplified().split(QLatin1Char(' '));
@@ -58,20 +59,31 @@ QString KdPalette::fill(const QString& sheet) const
 
 QString KdPalette::resolve(const QString& placeholder) const
 {
-    static const QRegularExpression form(
+    static const QRegularExpression icon(QStringLiteral("^icon ([a-z-]+) ([a-z-]+)(?: (\\d+)%)?$"));
+    static const QRegularExpression tone(
         QStringLiteral("^([a-z-]+)(?:\\+([a-z-]+))?(?: (\\d+)%)?$"));
-    const auto match = form.match(placeholder);
+    if (const auto match = icon.match(placeholder); match.hasMatch()) {
+        return iconFile(match.captured(1), match.captured(2), match.captured(3));
+    }
+    const auto match = tone.match(placeholder);
     QColor result = color(match.captured(1));
-    if (!result.isValid()) {
+    const bool isMixed = !match.captured(2).isEmpty();
+    if (!result.isValid() || (isMixed && !color(match.captured(2)).isValid())) {
         return QStringLiteral("@{%1}").arg(placeholder);
     }
     const double share = match.captured(3).isEmpty() ? 1.0 : match.captured(3).toInt() / 100.0;
-    if (!match.captured(2).isEmpty()) {
+    if (isMixed) {
         result = mixed(result, color(match.captured(2)), share);
     } else {
         result.setAlphaF(share);
     }
     return asSheetColor(result);
+}
+
+QString KdPalette::iconFile(const QString& name, const QString& token, const QString& percent) const
+{
+    const QString faint = percent.isEmpty() ? QString() : QLatin1Char('_') + percent;
+    return QStringLiteral(":/KdSkin/icons/%1/%2_%3%4.svg").arg(m_sSkin, name, token, faint);
 }
 
 } // namespace KdSkin

@@ -8,13 +8,13 @@
 
 namespace KdSkin {
 
-/** The colours of one skin by token, and the sheets' placeholders filled from them. A value. */
+/** The colours of one skin by token; fills the placeholders of sheets. A value. */
 class KDWIDGETS_EXPORT KdPalette
 {
 public:
     /** Reads lines of a token, a blank and a colour ("text-quiet #A7AFBA"); other lines are
      * ignored. */
-    static KdPalette parse(const QString& text);
+    static KdPalette parse(const QString& skin, const QString& text);
 
     bool isEmpty() const { return m_colors.isEmpty(); }
     /** @return an invalid colour for an unknown token. */
@@ -30,7 +30,9 @@ public:
 
 private:
     QString resolve(const QString& placeholder) const;
+    QString iconFile(const QString& name, const QString& token, const QString& percent) const;
 
+    QString m_sSkin;
     QHash<QString, QColor> m_colors;
 };
 

@@ -1,17 +1,26 @@
 #include <KdWidgets/KdPopovers.h>
 
 #include <KdWidgets/KdPushButton.h>
-#include <KdWidgets/KdSkinManager.h>
+#include <KdWidgets/KdWindowShape.h>
+#include <KdWidgets/KdWindowWatch.h>
+#include <KdWidgets/KdWrapLabel.h>
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QPainter>
-#include <QPointer>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <utility>
+
+namespace {
+constexpr int kPadding = 16;
+constexpr int kWidestText = 264;
+constexpr int kMostLines = 12;
+constexpr int kScreenMargin = 5;
+constexpr int kGap = 4;
+} // namespace
 
 KdPopovers::KdPopovers(QWidget* anchor, const ConfirmTexts& texts,
                        std::function<void(bool)> answered)
@@ -19,59 +28,102 @@ KdPopovers::KdPopovers(QWidget* anchor, const ConfirmTexts& texts,
 {
     setObjectName(QStringLiteral("KdPopovers"));
     setAttribute(Qt::WA_DeleteOnClose);
-    auto* label = new QLabel(texts.text, this);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    auto* cancel = KdPushButton::CreatePrimaryButton(this, texts.cancel);
-    cancel->setObjectName(QStringLiteral("KdPopovers_Cancel"));
-    auto* confirm = KdPushButton::CreateSecondaryButton(this, texts.confirm);
-    confirm->setObjectName(QStringLiteral("KdPopovers_Confirm"));
+    KdWindowShape::prepare(this);
+    setAccessibleName(texts.text);
     auto* column = new QVBoxLayout(this);
-    auto* row = new QHBoxLayout;
-    column->addWidget(label);
-    column->addLayout(row);
-    row->addStretch();
-    row->addWidget(cancel);
-    row->addWidget(confirm);
-    cancel->setFocus();
-    connect(cancel, &QPushButton::clicked, this, [this] { answer(false); });
-    connect(confirm, &QPushButton::clicked, this, [this] { answer(true); });
+    column->setSpacing(12);
+    column->addWidget(new KdWrapLabel(texts.text, kWidestText, kMostLines, this));
+    addButtons(column, texts);
+    place(anchor);
+    if (anchor) {
+        anchor->window()->installEventFilter(this);
+    }
 }
 
 KdPopovers* KdPopovers::showConfirm(QWidget* anchor, const ConfirmTexts& texts,
                                     std::function<void(bool confirmed)> answered)
 {
     auto* popover = new KdPopovers(anchor, texts, std::move(answered));
-    popover->setFixedWidth(280);
-    popover->adjustSize();
-    if (anchor) {
-        popover->move(anchor->mapToGlobal(QPoint(0, anchor->height() + 8)));
-    }
     popover->show();
     return popover;
+}
+
+void KdPopovers::addButtons(QVBoxLayout* column, const ConfirmTexts& texts)
+{
+    auto* cancel = KdPushButton::CreatePrimaryButton(this, texts.cancel);
+    cancel->setObjectName(QStringLiteral("KdPopovers_Cancel"));
+    auto* confirm = KdPushButton::CreateSecondaryButton(this, texts.confirm);
+    confirm->setObjectName(QStringLiteral("KdPopovers_Confirm"));
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addStretch();
+    row->addWidget(cancel);
+    row->addWidget(confirm);
+    column->addLayout(row);
+    setTabOrder(cancel, confirm);
+    cancel->setFocus();
+    connect(cancel, &QPushButton::clicked, this, [this] { answer(false); });
+    connect(confirm, &QPushButton::clicked, this, [this] { answer(true); });
+}
+
+void KdPopovers::place(const QWidget* anchor)
+{
+    // Both places need the same size, so the card is measured with its arrow on top.
+    layout()->setContentsMargins(kPadding, kPadding + KdBubble::kArrow, kPadding, kPadding);
+    const QSize size = sizeHint();
+    const QRect around(anchor ? anchor->mapToGlobal(QPoint()) : QPoint(),
+                       anchor ? anchor->size() : QSize());
+    const QRect area = KdWindowWatch::availableArea(around.center())
+                           .adjusted(kScreenMargin, kScreenMargin, -kScreenMargin, -kScreenMargin);
+    const QPoint below(around.center().x(), around.bottom() + kGap);
+    m_bubble = KdBubble::placed(size, below, false, -1, area);
+    if (m_bubble.arrowDown) {
+        const QPoint above(around.center().x(), around.top() - kGap);
+        m_bubble = KdBubble::placed(size, above, true, -1, area);
+        layout()->setContentsMargins(kPadding, kPadding, kPadding, kPadding + KdBubble::kArrow);
+    }
+    m_bubble.applyTo(this);
+}
+
+bool KdPopovers::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowBlocked) {
+        close();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+bool KdPopovers::eventFilter(QObject* watched, QEvent* event)
+{
+    if (isVisible() && KdWindowWatch::isLeaving(watched, event)) {
+        close();
+    }
+    return false;
 }
 
 void KdPopovers::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
-    if (const auto answered = std::exchange(m_answered, nullptr)) {
-        answered(false);
+    // Not from in here: the callback may destroy the anchor and this popover with it, or open a
+    // dialog while the popover still holds the mouse.
+    const auto answered = std::exchange(m_answered, nullptr);
+    QObject* context = parentWidget() ? static_cast<QObject*>(parentWidget()) : qApp;
+    if (answered) {
+        QTimer::singleShot(0, context,
+                           [answered, confirmed = m_bConfirmed] { answered(confirmed); });
     }
 }
 
 void KdPopovers::paintEvent(QPaintEvent* /*event*/)
 {
-    const auto* skin = KdSkin::KdSkinManager::instance();
-    QPainter painter(this);
-    painter.setPen(skin->color(KdSkin::Stroke));
-    painter.setBrush(skin->color(KdSkin::Surface));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    m_bubble.paint(this);
 }
 
 void KdPopovers::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape) {
-        answer(false);
+        close();
         return;
     }
     QWidget::keyPressEvent(event);
@@ -79,9 +131,6 @@ void KdPopovers::keyPressEvent(QKeyEvent* event)
 
 void KdPopovers::answer(bool confirmed)
 {
-    const auto answered = std::exchange(m_answered, nullptr);
+    m_bConfirmed = confirmed;
     close();
-    if (answered) {
-        answered(confirmed);
-    }
 }

@@ -4,7 +4,8 @@
 
 #include <QPushButton>
 
-/** A push button in the skin's primary (filled) or secondary (outlined) style. */
+/** A push button in the skin's primary (filled) or secondary (outlined) style. Space and Return
+ * press it. */
 class KDWIDGETS_EXPORT KdPushButton : public QPushButton
 {
     Q_OBJECT
@@ -23,4 +24,8 @@ public:
                                              SizeKind size = Size24);
     static KdPushButton* CreateSecondaryButton(QWidget* parent, const QString& text = QString(),
                                                SizeKind size = Size24);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 };

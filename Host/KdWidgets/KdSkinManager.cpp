@@ -1,23 +1,34 @@
 #include <KdWidgets/KdSkinManager.h>
 
+#include <KdCore/KdBaseLog.h>
+#include <KdWidgets/KdAccessibility.h>
 #include <KdWidgets/KdPalette.h>
 
 #include <QApplication>
 #include <QFile>
 #include <QHash>
 #include <QPalette>
+#include <QPointer>
 #include <QStyle>
+#include <QStyleFactory>
 #include <QThread>
+#include <QVector>
 #include <QWidget>
 
 static void initSkinResources()
 {
     Q_INIT_RESOURCE(KdSkin);
+    Q_INIT_RESOURCE(KdSkinIcons);
 }
 
 namespace KdSkin {
 
 namespace {
+
+constexpr double kFontPoints = 9.0;
+constexpr double kDisabled = 0.4;
+
+const char* const kSource = "Host/KdWidgets/KdSkinManager";
 
 QString readResource(const QString& name)
 {
@@ -27,34 +38,65 @@ QString readResource(const QString& name)
 
 QString tokenOf(SkinColor number)
 {
-    static const QHash<int, QString> tokens = {
-        {Window, QStringLiteral("window")}, {Surface, QStringLiteral("surface")},
-        {Stroke, QStringLiteral("stroke")}, {Field, QStringLiteral("field")},
-        {Text, QStringLiteral("text")},     {TextQuiet, QStringLiteral("text-quiet")},
-        {Accent, QStringLiteral("accent")}, {OnAccent, QStringLiteral("on-accent")},
-        {Record, QStringLiteral("record")}, {Good, QStringLiteral("good")},
-        {Warn, QStringLiteral("warn")},
-    };
-    return tokens.value(number);
+    switch (number) {
+    case Window:
+        return QStringLiteral("window");
+    case Surface:
+        return QStringLiteral("surface");
+    case Stroke:
+        return QStringLiteral("stroke");
+    case Field:
+        return QStringLiteral("field");
+    case Text:
+        return QStringLiteral("text");
+    case TextQuiet:
+        return QStringLiteral("text-quiet");
+    case Accent:
+        return QStringLiteral("accent");
+    case OnAccent:
+        return QStringLiteral("on-accent");
+    case Record:
+        return QStringLiteral("record");
+    case Good:
+        return QStringLiteral("good");
+    case Warn:
+        return QStringLiteral("warn");
+    }
+    return QString();
 }
 
+/** For what no sheet styles, such as the system's own dialogs drawn by Qt. */
 QPalette systemPalette(const KdPalette& skin)
 {
-    const auto color = [&skin](const char* token) { return skin.color(QLatin1String(token)); };
-    QPalette palette;
-    palette.setColor(QPalette::Window, color("window"));
-    palette.setColor(QPalette::WindowText, color("text"));
-    palette.setColor(QPalette::Base, color("field"));
-    palette.setColor(QPalette::AlternateBase, color("surface"));
-    palette.setColor(QPalette::Text, color("text"));
-    palette.setColor(QPalette::Button, color("field"));
-    palette.setColor(QPalette::ButtonText, color("text"));
-    palette.setColor(QPalette::ToolTipBase, color("surface"));
-    palette.setColor(QPalette::ToolTipText, color("text"));
-    palette.setColor(QPalette::Highlight, color("accent"));
-    palette.setColor(QPalette::HighlightedText, color("on-accent"));
-    palette.setColor(QPalette::PlaceholderText, color("text-quiet"));
+    const auto color = [&skin](SkinColor number) { return skin.color(tokenOf(number)); };
+    QPalette palette(color(Field), color(Window));
+    palette.setColor(QPalette::WindowText, color(Text));
+    palette.setColor(QPalette::Text, color(Text));
+    palette.setColor(QPalette::ButtonText, color(Text));
+    palette.setColor(QPalette::Base, color(Field));
+    palette.setColor(QPalette::AlternateBase, color(Surface));
+    palette.setColor(QPalette::ToolTipBase, color(Surface));
+    palette.setColor(QPalette::ToolTipText, color(Text));
+    palette.setColor(QPalette::PlaceholderText, color(TextQuiet));
+    palette.setColor(QPalette::Highlight, color(Accent));
+    palette.setColor(QPalette::HighlightedText, color(OnAccent));
+    palette.setColor(QPalette::Link, color(Accent));
+    QColor faint = color(Text);
+    faint.setAlphaF(kDisabled);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, faint);
+    }
     return palette;
+}
+
+/** The sheets give a small style its colours; fonts keep the system's family. */
+void prepareApplication()
+{
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QFont font = QApplication::font();
+    font.setPointSizeF(kFontPoints);
+    QApplication::setFont(font);
+    KdAccessibility::install();
 }
 
 } // namespace
@@ -62,15 +104,23 @@ QPalette systemPalette(const KdPalette& skin)
 class KdSkinManager::Private
 {
 public:
+    struct Styled
+    {
+        QPointer<QWidget> widget;
+        QString key;
+    };
+
     QString skin;
     KdPalette palette;
-    QHash<QWidget*, QString> keys;
+    QHash<QObject*, Styled> styled;
 };
 
 KdSkinManager::KdSkinManager() : d(std::make_unique<Private>())
 {
+    Q_ASSERT(qApp && QThread::currentThread() == qApp->thread());
     initSkinResources();
-    setSkin(QStringLiteral("dark"));
+    prepareApplication();
+    setSkin(skins().constFirst());
 }
 
 KdSkinManager::~KdSkinManager() = default;
@@ -94,14 +144,20 @@ QString KdSkinManager::skin() const
 bool KdSkinManager::setSkin(const QString& name)
 {
     if (!skins().contains(name)) {
+        KdBaseLog::write(KdBaseLog::Warning, {kSource, "KdSkinManager::setSkin"},
+                         "There is no skin '%s'", qUtf8Printable(name));
         return false;
     }
     d->skin = name;
-    d->palette = KdPalette::parse(readResource(name + QStringLiteral(".palette")));
+    d->palette = KdPalette::parse(name, readResource(name + QStringLiteral(".palette")));
     QApplication::setPalette(systemPalette(d->palette));
     qApp->setStyleSheet(styleSheet(QStringLiteral("Application")));
-    for (auto styled = d->keys.cbegin(); styled != d->keys.cend(); ++styled) {
-        styled.key()->setStyleSheet(styleSheet(styled.value()));
+    // A copy: a style change may make widgets come and go.
+    const QList<Private::Styled> styled = d->styled.values();
+    for (const Private::Styled& entry : styled) {
+        if (entry.widget) {
+            entry.widget->setStyleSheet(styleSheet(entry.key));
+        }
     }
     Q_EMIT skinChanged();
     return true;
@@ -111,12 +167,17 @@ bool KdSkinManager::applyStyleSheet(QWidget* widget, const QString& key, int /*f
 {
     const QString sheet = styleSheet(key);
     if (!widget || sheet.isEmpty()) {
+        KdBaseLog::write(KdBaseLog::Warning, {kSource, "KdSkinManager::applyStyleSheet"},
+                         widget ? "There is no style sheet '%s'"
+                                : "No widget for the style sheet '%s'",
+                         qUtf8Printable(key));
         return false;
     }
-    if (!d->keys.contains(widget)) {
-        connect(widget, &QObject::destroyed, this, [this, widget] { d->keys.remove(widget); });
+    if (!d->styled.contains(widget)) {
+        connect(widget, &QObject::destroyed, this,
+                [this](QObject* gone) { d->styled.remove(gone); });
     }
-    d->keys.insert(widget, key);
+    d->styled.insert(widget, {widget, key});
     widget->setStyleSheet(sheet);
     return true;
 }

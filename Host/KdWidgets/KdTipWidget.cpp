@@ -1,18 +1,16 @@
 #include <KdWidgets/KdTipWidget.h>
 
-#include <KdWidgets/KdSkinManager.h>
+#include <KdWidgets/KdWindowShape.h>
+#include <KdWidgets/KdWindowWatch.h>
+#include <KdWidgets/KdWrapLabel.h>
 
-#include <QGuiApplication>
-#include <QLabel>
-#include <QPainter>
-#include <QPainterPath>
-#include <QScreen>
-#include <QVBoxLayout>
+#include <QEvent>
 
 namespace {
-constexpr int kArrow = 6;
 constexpr int kPadding = 12;
-constexpr int kArrowInset = 20;
+constexpr int kArrowInset = 24;
+constexpr int kWidestText = 320;
+constexpr int kMostLines = 20;
 } // namespace
 
 KdTipWidget::KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent,
@@ -21,18 +19,17 @@ KdTipWidget::KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* paren
     , m_type(type)
     , m_direction(direction)
     , m_nWidth(width)
-    , m_pText(new QLabel(text, this))
+    , m_pText(
+          new KdWrapLabel(text, width > 0 ? width - 2 * kPadding : kWidestText, kMostLines, this))
 {
     setObjectName(QStringLiteral("KdTipWidget"));
-    setAttribute(Qt::WA_TranslucentBackground);
+    KdWindowShape::prepare(this);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    m_pText->setTextFormat(Qt::PlainText);
-    m_pText->setWordWrap(true);
-    auto* column = new QVBoxLayout(this);
-    const bool down = direction == ArrowDown;
-    column->setContentsMargins(kPadding, kPadding + (down ? 0 : kArrow), kPadding,
-                               kPadding + (down ? kArrow : 0));
-    column->addWidget(m_pText);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAccessibleName(text);
+    if (parent) {
+        parent->window()->installEventFilter(this);
+    }
     relayout();
 }
 
@@ -46,6 +43,7 @@ KdTipWidget* KdTipWidget::creatTipWidget(int type, int arrowDirection, QWidget* 
 void KdTipWidget::setText(const QString& text)
 {
     m_pText->setText(text);
+    setAccessibleName(text);
     relayout();
 }
 
@@ -62,48 +60,54 @@ void KdTipWidget::transToArrowPos(const QPoint& globalPos)
 
 QPoint KdTipWidget::arrowPos() const
 {
-    return mapToGlobal(QPoint(m_nArrowX, m_direction == ArrowDown ? height() : 0));
+    return m_bubble.point();
 }
 
 void KdTipWidget::OnShow(int screenMargin)
 {
+    m_nScreenMargin = screenMargin;
     relayout();
-    if (const QScreen* screen = QGuiApplication::screenAt(m_arrowTarget)) {
-        const QRect area = screen->availableGeometry().adjusted(screenMargin, screenMargin,
-                                                                -screenMargin, -screenMargin);
-        const int left = qMax(area.left(), qMin(x(), area.right() + 1 - width()));
-        m_nArrowX += x() - left;
-        move(left, y());
-    }
     show();
+}
+
+QSize KdTipWidget::cardSize() const
+{
+    const int width = m_nWidth > 0 ? m_nWidth : m_pText->sizeHint().width() + 2 * kPadding;
+    const int textHeight = m_pText->heightForWidth(width - 2 * kPadding);
+    return {width, textHeight + 2 * kPadding + KdBubble::kArrow};
+}
+
+QRect KdTipWidget::screenArea() const
+{
+    const int margin = m_nScreenMargin;
+    return KdWindowWatch::availableArea(m_arrowTarget).adjusted(margin, margin, -margin, -margin);
 }
 
 void KdTipWidget::relayout()
 {
-    if (m_nWidth > 0) {
-        setFixedWidth(m_nWidth);
+    const QSize size = cardSize();
+    const int inset = m_direction == ArrowUpCentered ? -1 : kArrowInset;
+    m_bubble = KdBubble::placed(size, m_arrowTarget, m_direction == ArrowDown, inset, screenArea());
+    m_bubble.applyTo(this);
+    const int top = kPadding + (m_bubble.arrowDown ? 0 : KdBubble::kArrow);
+    const int width = size.width() - 2 * kPadding;
+    m_pText->setGeometry(kPadding, top, width, m_pText->heightForWidth(width));
+}
+
+bool KdTipWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (isVisible() && KdWindowWatch::isLeaving(watched, event)) {
+        close();
     }
-    adjustSize();
-    m_nArrowX = m_direction == ArrowUpCentered ? width() / 2 : qMin(kArrowInset, width() / 2);
-    move(m_arrowTarget.x() - m_nArrowX,
-         m_direction == ArrowDown ? m_arrowTarget.y() - height() : m_arrowTarget.y());
+    return QWidget::eventFilter(watched, event);
+}
+
+void KdTipWidget::mousePressEvent(QMouseEvent* /*event*/)
+{
+    close();
 }
 
 void KdTipWidget::paintEvent(QPaintEvent* /*event*/)
 {
-    const auto* skin = KdSkin::KdSkinManager::instance();
-    const bool down = m_direction == ArrowDown;
-    QPainterPath bubble;
-    bubble.addRoundedRect(
-        QRectF(rect()).adjusted(0.5, down ? 0.5 : kArrow, -0.5, down ? -kArrow : -0.5), 6, 6);
-    QPainterPath arrow;
-    const double base = down ? height() - kArrow : kArrow;
-    arrow.addPolygon(
-        QPolygonF({QPointF(m_nArrowX - kArrow, base), QPointF(m_nArrowX, down ? height() : 0),
-                   QPointF(m_nArrowX + kArrow, base)}));
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(skin->color(KdSkin::Stroke));
-    painter.setBrush(skin->color(KdSkin::Surface));
-    painter.drawPath(bubble.united(arrow));
+    m_bubble.paint(this, m_type == WarningTip ? KdSkin::Warn : KdSkin::Stroke);
 }

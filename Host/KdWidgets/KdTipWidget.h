@@ -1,13 +1,16 @@
 #pragma once
 
-#include <KdWidgets/KdWidgetsExport.h>
+#include <KdWidgets/KdBubble.h>
 
 #include <QPoint>
 #include <QWidget>
 
 class QLabel;
 
-/** A small bubble with an arrow that points at a place. Object name "KdTipWidget"; plain text. */
+/**
+ * A small bubble with an arrow that points at a place. Object name "KdTipWidget"; plain text. It
+ * closes when it is clicked and when its parent's window goes, moves or is minimised.
+ */
 class KDWIDGETS_EXPORT KdTipWidget : public QWidget
 {
     Q_OBJECT
@@ -19,7 +22,8 @@ public:
         WarningTip = 1,
         InfoTip = 2
     };
-    /** Which edge of the bubble carries the arrow. */
+    /** Which edge of the bubble carries the arrow; the other one where there is room on that side
+     * only. */
     enum ArrowDirection : int
     {
         ArrowUp = 0,
@@ -42,17 +46,22 @@ public:
     void OnShow(int screenMargin);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent, const QString& text,
                 int width);
     void relayout();
+    QSize cardSize() const;
+    QRect screenArea() const;
 
     TipTypes m_type;
     ArrowDirection m_direction;
     int m_nWidth = 0;
+    int m_nScreenMargin = 0;
     QLabel* m_pText = nullptr;
     QPoint m_arrowTarget;
-    int m_nArrowX = 0;
+    KdBubble m_bubble;
 };

@@ -4,40 +4,51 @@
 #include <KdWidgets/KdToolButton.h>
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QWindow>
+
+namespace {
+
+constexpr int kHeight = 40;
+constexpr int kButtonSize = 28;
+
+/** Where windows cannot place themselves the compositor has to move them. */
+bool movedByCompositor(const QWidget* window)
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) &&
+           window->windowHandle() && window->windowHandle()->startSystemMove();
+}
+
+} // namespace
 
 KdTitleBar::KdTitleBar(QWidget* parent)
     : QWidget(parent)
     , m_pTitle(new KdLabel(this))
-    , m_pMinimize(KdToolButton::CreateToolButton(this, QStringLiteral("KdTitleBar_Minimize")))
-    , m_pClose(KdToolButton::CreateToolButton(this, QStringLiteral("KdTitleBar_Close")))
+    , m_pMinimize(addButton(QStringLiteral("KdTitleBar_Minimize")))
+    , m_pClose(addButton(QStringLiteral("KdTitleBar_Close")))
 {
     setAttribute(Qt::WA_StyledBackground);
-    setFixedHeight(40);
+    setFixedHeight(kHeight);
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(16, 0, 8, 0);
+    row->setContentsMargins(16, 0, 6, 0);
     row->setSpacing(4);
     row->addWidget(m_pTitle, 1);
     row->addWidget(m_pMinimize);
     row->addWidget(m_pClose);
     setButtons(CloseOnly);
     retranslate();
+    connect(m_pMinimize, &QToolButton::clicked, this, &KdTitleBar::minimizePressed);
+    connect(m_pClose, &QToolButton::clicked, this, &KdTitleBar::closePressed);
+}
 
-    connect(m_pMinimize, &QToolButton::clicked, this, [this] {
-        if (m_bMinimizes) {
-            window()->showMinimized();
-        }
-        Q_EMIT ButtonClick(MinimizeButton);
-    });
-    connect(m_pClose, &QToolButton::clicked, this, [this] {
-        const QPointer<KdTitleBar> alive(this);
-        Q_EMIT ButtonClick(CloseButton);
-        if (alive) {
-            window()->close();
-        }
-    });
+QToolButton* KdTitleBar::addButton(const QString& name)
+{
+    auto* button = KdToolButton::CreateToolButton(this, name);
+    button->setFixedSize(kButtonSize, kButtonSize);
+    return button;
 }
 
 void KdTitleBar::setTitle(const QString& title)
@@ -60,16 +71,42 @@ void KdTitleBar::SetMinimizedEnable(bool enable)
     m_bMinimizes = enable;
 }
 
+void KdTitleBar::minimizePressed()
+{
+    if (m_bMinimizes) {
+        window()->showMinimized();
+    }
+    Q_EMIT ButtonClick(MinimizeButton);
+}
+
+void KdTitleBar::closePressed()
+{
+    const QPointer<KdTitleBar> alive(this);
+    Q_EMIT ButtonClick(CloseButton);
+    if (alive) {
+        window()->close();
+    }
+}
+
 void KdTitleBar::mousePressEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton || movedByCompositor(window())) {
+        return;
+    }
+    m_bDragging = true;
     m_dragStart = event->globalPos() - window()->pos();
 }
 
 void KdTitleBar::mouseMoveEvent(QMouseEvent* event)
 {
-    if (event->buttons() & Qt::LeftButton) {
+    if (m_bDragging && (event->buttons() & Qt::LeftButton)) {
         window()->move(event->globalPos() - m_dragStart);
     }
+}
+
+void KdTitleBar::mouseReleaseEvent(QMouseEvent* /*event*/)
+{
+    m_bDragging = false;
 }
 
 void KdTitleBar::changeEvent(QEvent* event)

@@ -29,28 +29,38 @@ public:
 
     explicit KdTitleBar(QWidget* parent = nullptr);
 
+    /** Plain text, elided where it does not fit. */
     void setTitle(const QString& title);
     QString title() const;
+    /** @param mask one of Buttons; anything else shows the close button only. */
     void setButtons(int mask);
     /** While false the minimise button only reports itself; while true, the default, it also
      * minimises the window. */
     void SetMinimizedEnable(bool enable);
 
 Q_SIGNALS:
-    /** A button was pressed; id is a ButtonId. The close button also closes the window. */
+    /**
+     * A button was pressed; id is a ButtonId. The close button closes the window afterwards, unless
+     * a receiver has destroyed it.
+     */
     void ButtonClick(int id);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    QToolButton* addButton(const QString& name);
+    void minimizePressed();
+    void closePressed();
     void retranslate();
 
     KdLabel* m_pTitle = nullptr;
     QToolButton* m_pMinimize = nullptr;
     QToolButton* m_pClose = nullptr;
     QPoint m_dragStart;
+    bool m_bDragging = false;
     bool m_bMinimizes = true;
 };

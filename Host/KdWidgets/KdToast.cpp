@@ -1,30 +1,46 @@
 #include <KdWidgets/KdToast.h>
 
+#include <KdWidgets/KdSkinManager.h>
+#include <KdWidgets/KdWindowShape.h>
+#include <KdWidgets/KdWindowWatch.h>
+#include <KdWidgets/KdWrapLabel.h>
+
+#include <QAccessible>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QTimer>
+#include <QPainter>
+#include <QPainterPath>
+#include <QTimerEvent>
 
 namespace {
 constexpr int kShownMs = 3000;
+constexpr int kRadius = 6;
+constexpr int kSideMargin = 16;
+constexpr int kWidestText = 360;
+constexpr int kMostLines = 4;
 } // namespace
 
 KdToast::KdToast(const QString& text, QWidget* window, const QPixmap& pixmap, int bottomMargin)
-    : QWidget(window, Qt::ToolTip | Qt::FramelessWindowHint)
+    : QWidget(window, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput)
     , m_sText(text)
     , m_nBottomMargin(bottomMargin)
 {
     setObjectName(QStringLiteral("KdToast"));
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setAttribute(Qt::WA_StyledBackground);
+    KdWindowShape::prepare(this);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setAccessibleName(text);
     auto* row = new QHBoxLayout(this);
-    auto* icon = new QLabel(this);
-    icon->setPixmap(pixmap);
-    icon->setVisible(!pixmap.isNull());
-    auto* label = new QLabel(text, this);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    row->addWidget(icon);
-    row->addWidget(label, 1);
+    row->setContentsMargins(16, 12, 16, 12);
+    row->setSpacing(8);
+    if (!pixmap.isNull()) {
+        auto* icon = new QLabel(this);
+        icon->setPixmap(pixmap);
+        row->addWidget(icon);
+    }
+    row->addWidget(new KdWrapLabel(text, kWidestText, kMostLines, this), 1);
+    if (window) {
+        window->installEventFilter(this);
+    }
 }
 
 KdToast* KdToast::creatToast(const QString& text, QWidget* parent, const QPixmap& pixmap,
@@ -37,31 +53,99 @@ KdToast* KdToast::showToast(QWidget* parent, const QString& text, const QPixmap&
                             int bottomMargin)
 {
     KdToast* toast = creatToast(text, parent, pixmap, bottomMargin);
-    if (QWidget* window = toast->parentWidget()) {
-        const auto former = window->findChildren<KdToast*>(QString(), Qt::FindDirectChildrenOnly);
-        for (KdToast* other : former) {
-            if (other != toast && other->isVisible()) {
-                other->close();
-            }
-        }
-    }
+    toast->closeOthers();
     toast->setAttribute(Qt::WA_DeleteOnClose);
     toast->show();
     return toast;
 }
 
+void KdToast::closeOthers()
+{
+    if (!parentWidget()) {
+        return;
+    }
+    const auto toasts =
+        parentWidget()->findChildren<KdToast*>(QString(), Qt::FindDirectChildrenOnly);
+    for (KdToast* other : toasts) {
+        if (other != this) {
+            other->close();
+        }
+    }
+}
+
 void KdToast::showEvent(QShowEvent* event)
 {
+    if (!m_timer.isActive()) {
+        m_timer.start(kShownMs, this);
+        QAccessibleEvent alert(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
     place();
-    QTimer::singleShot(kShownMs, this, [this] { close(); });
     QWidget::showEvent(event);
+}
+
+QPainterPath KdToast::outline() const
+{
+    QPainterPath path;
+    path.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
+    return path;
+}
+
+void KdToast::paintEvent(QPaintEvent* /*event*/)
+{
+    const auto* skin = KdSkin::KdSkinManager::instance();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(skin->color(KdSkin::Stroke));
+    painter.setBrush(skin->color(KdSkin::Surface));
+    painter.drawPath(outline());
+}
+
+void KdToast::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_timer.timerId()) {
+        m_timer.stop();
+        close();
+        return;
+    }
+    QWidget::timerEvent(event);
+}
+
+bool KdToast::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != parentWidget()) {
+        return false;
+    }
+    if (event->type() == QEvent::WindowStateChange) {
+        followWindowState();
+    } else if (event->type() == QEvent::Hide && !event->spontaneous()) {
+        close();
+    } else if (KdWindowWatch::isMoving(event) && isVisible()) {
+        place();
+    }
+    return false;
+}
+
+void KdToast::followWindowState()
+{
+    if (parentWidget()->isMinimized()) {
+        hide();
+    } else if (m_timer.isActive()) {
+        show();
+    }
 }
 
 void KdToast::place()
 {
-    adjustSize();
-    if (const QWidget* window = parentWidget()) {
-        const QPoint bottom = window->mapToGlobal(QPoint(window->width() / 2, window->height()));
-        move(bottom.x() - width() / 2, bottom.y() - m_nBottomMargin - height());
-    }
+    const QWidget* window = parentWidget();
+    const QRect screen =
+        KdWindowWatch::availableArea(window ? window->geometry().center() : QPoint());
+    const QRect around = window ? QRect(window->mapToGlobal(QPoint()), window->size()) : screen;
+    layout()->activate();
+    const int width = qMin(sizeHint().width(), around.width() - 2 * kSideMargin);
+    const int height = layout()->totalHeightForWidth(width);
+    const int left = around.center().x() - width / 2;
+    const int top = around.top() + around.height() - m_nBottomMargin - height;
+    setGeometry(qBound(screen.left(), left, screen.right() + 1 - width),
+                qBound(screen.top(), top, screen.bottom() + 1 - height), width, height);
 }

@@ -27,7 +27,10 @@ public:
         QString pressed;
         QString disabled;
     };
-    /** @param checked shown while the button is checked. */
+    /**
+     * The icon size becomes that of the normal image.
+     * @param checked shown while the button is checked.
+     */
     void setIconFiles(const IconFiles& unchecked, const IconFiles& checked = IconFiles());
 
     /** @return ":/SVGResourceFile/<set>_normal.svg" and its three siblings. */
@@ -35,12 +38,17 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     const IconFiles& currentFiles() const;
     QString currentFile() const;
+    QPixmap currentPixmap() const;
+    QString tip() const;
+    void adoptToolTip();
 
     IconFiles m_unchecked;
     IconFiles m_checked;
+    QString m_sAdoptedName;
 };

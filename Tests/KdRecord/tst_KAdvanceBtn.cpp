@@ -47,7 +47,7 @@ private Q_SLOTS:
     void tooLongTextIsElided();
 
 private:
-    QImage shown() const { return m_button->grab().toImage(); }
+    QImage shown() const { return m_window->grab(m_button->geometry()).toImage(); }
     QImage shownChevron() const;
     QColor ground() const { return shown().pixelColor(4, m_button->height() / 2); }
     bool hasColor(const QColor& color) const;

@@ -20,11 +20,11 @@
     <name>KAudioRecordPreviewWidget</name>
     <message>
         <source>Open the Recording Preview Window</source>
-        <translation>Fenster der Aufnahmevorschau öffnen</translation>
+        <translation>Vorschaufenster öffnen</translation>
     </message>
     <message>
         <source>Close the Recording Preview Window</source>
-        <translation>Fenster der Aufnahmevorschau schließen</translation>
+        <translation>Vorschaufenster schließen</translation>
     </message>
     <message>
         <source>Recording&#xa0;preview</source>
@@ -103,6 +103,13 @@
     <message>
         <source>No</source>
         <translation>Nein</translation>
+    </message>
+</context>
+<context>
+    <name>KdAudioVolumeWidget</name>
+    <message>
+        <source>Input level</source>
+        <translation>Eingangspegel</translation>
     </message>
 </context>
 <context>

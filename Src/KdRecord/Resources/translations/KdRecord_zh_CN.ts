@@ -106,6 +106,13 @@
     </message>
 </context>
 <context>
+    <name>KdAudioVolumeWidget</name>
+    <message>
+        <source>Input level</source>
+        <translation>输入电平</translation>
+    </message>
+</context>
+<context>
     <name>KdMinimumTake</name>
     <message>
         <source>The recording is too short. Data cannot be saved.</source>

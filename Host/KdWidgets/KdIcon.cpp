@@ -1,0 +1,82 @@
+#include <KdWidgets/KdIcon.h>
+
+#include <QFile>
+#include <QImageReader>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+namespace {
+
+bool isDrawing(const QString& file)
+{
+    return file.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive);
+}
+
+QString doubledFile(const QString& file)
+{
+    const int dot = file.lastIndexOf(QLatin1Char('.'));
+    return dot < 0 ? file : file.left(dot) + QStringLiteral("@2x") + file.mid(dot);
+}
+
+QRectF centred(const QSizeF& content, const QSize& area)
+{
+    const QSizeF fitted = content.scaled(area, Qt::KeepAspectRatio);
+    return {QPointF((area.width() - fitted.width()) / 2, (area.height() - fitted.height()) / 2),
+            fitted};
+}
+
+bool drawDrawing(QPainter* painter, const QString& file, const QSize& area)
+{
+    QSvgRenderer renderer(file);
+    if (!renderer.isValid()) {
+        return false;
+    }
+    renderer.render(painter, centred(renderer.defaultSize(), area));
+    return true;
+}
+
+bool drawImage(QPainter* painter, const QString& file, const QSize& area, const QSize& natural)
+{
+    const bool needsMore = area.width() > natural.width() || area.height() > natural.height();
+    const bool hasMore = needsMore && QFile::exists(doubledFile(file));
+    const QImage image(hasMore ? doubledFile(file) : file);
+    if (image.isNull()) {
+        return false;
+    }
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    painter->drawImage(centred(image.size(), area), image, image.rect());
+    return true;
+}
+
+} // namespace
+
+QSize KdIcon::naturalSize(const QString& file)
+{
+    return file.isEmpty() ? QSize() : QImageReader(file).size();
+}
+
+QPixmap KdIcon::pixmap(const QString& file, const QSize& size, qreal ratio)
+{
+    const QSize area = (QSizeF(size) * ratio).toSize();
+    if (file.isEmpty() || area.isEmpty()) {
+        return {};
+    }
+    const QString key =
+        QStringLiteral("KdIcon %1 %2x%3").arg(file).arg(area.width()).arg(area.height());
+    QPixmap icon;
+    if (!QPixmapCache::find(key, &icon)) {
+        icon = QPixmap(area);
+        icon.fill(Qt::transparent);
+        QPainter painter(&icon);
+        const bool drawn = isDrawing(file) ? drawDrawing(&painter, file, area)
+                                           : drawImage(&painter, file, area, naturalSize(file));
+        painter.end();
+        if (!drawn) {
+            return {};
+        }
+        QPixmapCache::insert(key, icon);
+    }
+    icon.setDevicePixelRatio(ratio);
+    return icon;
+}

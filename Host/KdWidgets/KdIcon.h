@@ -1,0 +1,24 @@
+#pragma once
+
+#include <KdWidgets/KdWidgetsExport.h>
+
+#include <QPixmap>
+#include <QSize>
+#include <QString>
+
+/** Icons from files, sharp on every screen. GUI thread. */
+namespace KdIcon {
+
+/** @return the size that the file was drawn for; empty when it cannot be read. */
+KDWIDGETS_EXPORT QSize naturalSize(const QString& file);
+
+/**
+ * An .svg is drawn at the wanted number of device pixels; for a .png its @2x sibling is taken where
+ * that has more.
+ * @param size in device-independent pixels; the icon keeps its proportions in the middle
+ * @param ratio device pixels for each of them, as of QWidget::devicePixelRatioF()
+ * @return null when the file cannot be read.
+ */
+KDWIDGETS_EXPORT QPixmap pixmap(const QString& file, const QSize& size, qreal ratio);
+
+} // namespace KdIcon
