@@ -67,7 +67,7 @@ KdTakeRecord signedByThisProcess(KdTakeRecord record)
 QByteArray boundedContent(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxBytes) {
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly) || file.size() > kMaxBytes) {
         return QByteArray();
     }
     return file.read(kMaxBytes);

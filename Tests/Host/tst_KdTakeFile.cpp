@@ -6,6 +6,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+
+#include <array>
 
 class tst_KdTakeFile : public KdTestCase
 {
@@ -22,6 +25,7 @@ private Q_SLOTS:
     void nonLatinNamesAreKept();
     void secondClaimOfOneObjectIsRefused();
     void sameNameCannotBeClaimedTwice();
+    void processesThatRaceForANameGetItOnce();
     void unusedClaimIsTakenBack();
     void begunClaimIsKept();
     void finishConfirmsAFileThatWasWritten();
@@ -183,6 +187,35 @@ void tst_KdTakeFile::sameNameCannotBeClaimedTwice()
     QVERIFY(!second.claim(path, nullptr));
     first.release();
     QVERIFY(second.claim(path, nullptr));
+}
+
+void tst_KdTakeFile::processesThatRaceForANameGetItOnce()
+{
+    constexpr int kProcesses = 4;
+    constexpr int kRounds = 5;
+    makeFolder();
+    for (int round = 0; round < kRounds; ++round) {
+        const QString path = inFolder(QString::number(round));
+        std::array<QProcess, kProcesses> children;
+        for (QProcess& child : children) {
+            child.start(QStringLiteral(KD_TAKE_CHILD), {QStringLiteral("claim"), path});
+        }
+        for (QProcess& child : children) {
+            QVERIFY(child.waitForReadyRead());
+            QCOMPARE(child.readLine(), QByteArray("ready\n"));
+        }
+        for (QProcess& child : children) {
+            child.write("go\n");
+            QVERIFY(child.waitForBytesWritten());
+        }
+        int claims = 0;
+        for (QProcess& child : children) {
+            QVERIFY(child.waitForFinished());
+            claims += child.readAllStandardOutput() == "claimed\n" ? 1 : 0;
+        }
+        QCOMPARE(claims, 1);
+        QVERIFY(QFileInfo::exists(path));
+    }
 }
 
 void tst_KdTakeFile::unusedClaimIsTakenBack()
