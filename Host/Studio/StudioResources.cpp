@@ -1,0 +1,8 @@
+#include <Studio/StudioResources.h>
+
+#include <QtGlobal>
+
+void initStudioResources()
+{
+    Q_INIT_RESOURCE(Studio);
+}
