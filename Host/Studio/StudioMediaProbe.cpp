@@ -1,0 +1,95 @@
+#include <Studio/StudioMediaProbe.h>
+
+#include <Studio/StudioGst.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <gst/pbutils/pbutils.h>
+
+namespace {
+
+constexpr GstClockTime kTimeout = 5 * GST_SECOND;
+
+class Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(StudioMediaProbe)
+};
+
+StudioMediaInfo unreadable(const QString& problem)
+{
+    StudioMediaInfo info;
+    info.problem = problem;
+    return info;
+}
+
+/** What the first sound stream is like. */
+void describeSound(GstDiscovererInfo* found, StudioMediaInfo* info)
+{
+    GList* const streams = gst_discoverer_info_get_audio_streams(found);
+    if (streams) {
+        const auto* const sound = static_cast<GstDiscovererAudioInfo*>(streams->data);
+        info->channels = static_cast<int>(gst_discoverer_audio_info_get_channels(sound));
+        info->sampleRate = static_cast<int>(gst_discoverer_audio_info_get_sample_rate(sound));
+    }
+    gst_discoverer_stream_info_list_free(streams);
+}
+
+StudioMediaInfo describe(GstDiscovererInfo* found)
+{
+    StudioMediaInfo info;
+    const GstClockTime duration = gst_discoverer_info_get_duration(found);
+    describeSound(found, &info);
+    if (info.channels == 0) {
+        return unreadable(Texts::tr("There is no sound in it."));
+    }
+    if (!GST_CLOCK_TIME_IS_VALID(duration) || duration == 0) {
+        return unreadable(Texts::tr("Its length is unknown."));
+    }
+    info.durationMs = static_cast<qint64>(GST_TIME_AS_MSECONDS(duration));
+    info.readable = true;
+    return info;
+}
+
+StudioMediaInfo discover(const QString& path)
+{
+    GError* error = nullptr;
+    GstDiscoverer* const discoverer = gst_discoverer_new(kTimeout, &error);
+    if (!discoverer) {
+        g_clear_error(&error);
+        return unreadable(Texts::tr("The media framework cannot look into files."));
+    }
+    GstDiscovererInfo* const found = gst_discoverer_discover_uri(
+        discoverer, StudioGst::fileUri(path).toLatin1().constData(), &error);
+    const bool understood = found && gst_discoverer_info_get_result(found) == GST_DISCOVERER_OK;
+    const StudioMediaInfo info = understood
+                                     ? describe(found)
+                                     : unreadable(error ? QString::fromUtf8(error->message)
+                                                        : Texts::tr("It is not a sound file."));
+    g_clear_error(&error);
+    if (found) {
+        gst_discoverer_info_unref(found);
+    }
+    g_object_unref(discoverer);
+    return info;
+}
+
+} // namespace
+
+StudioMediaInfo probeMedia(const QString& path)
+{
+    const QFileInfo file(path);
+    if (!file.isFile()) {
+        return unreadable(Texts::tr("There is no such file."));
+    }
+    if (!file.isReadable()) {
+        return unreadable(Texts::tr("It may not be read."));
+    }
+    if (file.size() == 0) {
+        return unreadable(Texts::tr("It is empty."));
+    }
+    if (!StudioGst::start()) {
+        return unreadable(Texts::tr("The media framework cannot be started."));
+    }
+    return discover(path);
+}

@@ -1,0 +1,108 @@
+#include "Support/KdTestCase.h"
+#include "Support/TestFiles.h"
+
+#include <Studio/StudioSpeech.h>
+#include <Studio/StudioTakeAnalyser.h>
+
+#include <QSignalSpy>
+
+#include <memory>
+
+class tst_StudioTakeAnalyser : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void goodFileIsProbedThenRead();
+    void badFileIsOnlyProbed();
+    void sameFileIsLookedIntoOnceAtATime();
+    void signalsComeOnTheGuiThreadInOrder();
+    void goingInMidWorkIsSafe();
+
+private:
+    QString makeSound(const QString& name, double seconds) const
+    {
+        const QString path = temporaryPath(name);
+        TestFiles::write(path, StudioSpeech::synthesise(seconds));
+        return path;
+    }
+};
+
+void tst_StudioTakeAnalyser::goodFileIsProbedThenRead()
+{
+    const QString path = makeSound(QStringLiteral("a.wav"), 1.0);
+    StudioTakeAnalyser analyser;
+    QSignalSpy probed(&analyser, &StudioTakeAnalyser::probed);
+    QSignalSpy read(&analyser, &StudioTakeAnalyser::waveformRead);
+    analyser.analyse(path);
+    QVERIFY(probed.isEmpty());
+    QTRY_COMPARE(read.count(), 1);
+    QCOMPARE(probed.count(), 1);
+    QCOMPARE(probed.at(0).at(1).value<StudioMediaInfo>().durationMs, 1000);
+    QVERIFY(!read.at(0).at(1).value<StudioPeaks>().isEmpty());
+    QVERIFY(!analyser.isBusy());
+}
+
+void tst_StudioTakeAnalyser::badFileIsOnlyProbed()
+{
+    StudioTakeAnalyser analyser;
+    QSignalSpy probed(&analyser, &StudioTakeAnalyser::probed);
+    QSignalSpy read(&analyser, &StudioTakeAnalyser::waveformRead);
+    analyser.analyse(temporaryPath(QStringLiteral("missing")));
+    QTRY_VERIFY(!analyser.isBusy());
+    QCOMPARE(probed.count(), 1);
+    QVERIFY(!probed.at(0).at(1).value<StudioMediaInfo>().readable);
+    QVERIFY(read.isEmpty());
+}
+
+void tst_StudioTakeAnalyser::sameFileIsLookedIntoOnceAtATime()
+{
+    const QString path = makeSound(QStringLiteral("a.wav"), 0.5);
+    StudioTakeAnalyser analyser;
+    QSignalSpy probed(&analyser, &StudioTakeAnalyser::probed);
+    analyser.analyse(path);
+    analyser.analyse(path);
+    QTRY_VERIFY(!analyser.isBusy());
+    QCOMPARE(probed.count(), 1);
+    analyser.analyse(path);
+    QTRY_VERIFY(!analyser.isBusy());
+    QCOMPARE(probed.count(), 2);
+}
+
+void tst_StudioTakeAnalyser::signalsComeOnTheGuiThreadInOrder()
+{
+    StudioTakeAnalyser analyser;
+    QStringList order;
+    bool elsewhere = false;
+    connect(&analyser, &StudioTakeAnalyser::probed, &analyser, [&](const QString& path) {
+        order.append(path);
+        elsewhere = elsewhere || QThread::currentThread() != thread();
+    });
+    QStringList expected;
+    for (int i = 0; i < 5; ++i) {
+        expected.append(makeSound(QStringLiteral("%1.wav").arg(i), 0.2));
+        analyser.analyse(expected.last());
+    }
+    QTRY_VERIFY(!analyser.isBusy());
+    QCOMPARE(order, expected);
+    QVERIFY(!elsewhere);
+}
+
+void tst_StudioTakeAnalyser::goingInMidWorkIsSafe()
+{
+    auto analyser = std::make_unique<StudioTakeAnalyser>();
+    for (int i = 0; i < 20; ++i) {
+        analyser->analyse(makeSound(QStringLiteral("%1.wav").arg(i), 0.5));
+    }
+    QSignalSpy probed(analyser.get(), &StudioTakeAnalyser::probed);
+    QTRY_VERIFY(!probed.isEmpty());
+    analyser.reset();
+    QCoreApplication::processEvents();
+}
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_StudioTakeAnalyser>(argc, argv);
+}
+
+#include "tst_StudioTakeAnalyser.moc"
