@@ -1,0 +1,226 @@
+#include <Studio/StudioPlayer.h>
+
+#include <KdCore/KdBaseLog.h>
+#include <Studio/StudioGst.h>
+
+#include <algorithm>
+
+namespace {
+
+/** Smooth enough for a playhead, cheap enough to look at the bus as well. */
+constexpr int kPollMs = 40;
+/** playbin's flag for sound; without the one for pictures no window can ever open. */
+constexpr int kSoundOnly = 0x2;
+
+} // namespace
+
+/** playbin with sound only. Gone means silent: its destruction ends the streaming threads. */
+class StudioPlayer::Pipeline
+{
+public:
+    Pipeline(const QString& sinkName, const QString& path);
+
+    bool isUsable() const { return m_missing.isEmpty(); }
+    QString missing() const { return m_missing; }
+    bool set(GstState state);
+    void setMuted(bool muted)
+    {
+        g_object_set(m_playbin.get(), "mute", muted ? TRUE : FALSE, nullptr);
+    }
+    /** Where to jump once the file is open. */
+    void seek(qint64 milliseconds);
+    qint64 positionMs() const;
+    StudioGst::Message nextMessage();
+
+private:
+    StudioGst::Pipeline m_playbin;
+    QString m_missing;
+    qint64 m_pendingSeek = -1;
+};
+
+StudioPlayer::Pipeline::Pipeline(const QString& sinkName, const QString& path)
+    : m_playbin(gst_element_factory_make("playbin", nullptr))
+{
+    const QByteArray sinkFactory =
+        sinkName.isEmpty() ? QByteArray("autoaudiosink") : sinkName.toLatin1();
+    GstElement* const sink = gst_element_factory_make(sinkFactory.constData(), nullptr);
+    if (!m_playbin || !sink) {
+        m_missing = QString::fromLatin1(m_playbin ? sinkFactory : QByteArray("playbin"));
+        return;
+    }
+    g_object_set(m_playbin.get(), "flags", kSoundOnly, "audio-sink", sink, "uri",
+                 StudioGst::fileUri(path).toLatin1().constData(), nullptr);
+}
+
+bool StudioPlayer::Pipeline::set(GstState state)
+{
+    return gst_element_set_state(m_playbin.get(), state) != GST_STATE_CHANGE_FAILURE;
+}
+
+void StudioPlayer::Pipeline::seek(qint64 milliseconds)
+{
+    const auto flags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
+    const bool done = gst_element_seek_simple(m_playbin.get(), GST_FORMAT_TIME, flags,
+                                              milliseconds * GST_MSECOND);
+    m_pendingSeek = done ? -1 : milliseconds;
+}
+
+qint64 StudioPlayer::Pipeline::positionMs() const
+{
+    gint64 position = 0;
+    if (m_pendingSeek >= 0) {
+        return m_pendingSeek;
+    }
+    const bool known =
+        gst_element_query_position(m_playbin.get(), GST_FORMAT_TIME, &position) != FALSE;
+    return known ? static_cast<qint64>(GST_TIME_AS_MSECONDS(position)) : 0;
+}
+
+StudioGst::Message StudioPlayer::Pipeline::nextMessage()
+{
+    const auto wanted =
+        static_cast<GstMessageType>(GST_MESSAGE_ERROR | GST_MESSAGE_EOS | GST_MESSAGE_ASYNC_DONE);
+    const StudioGst::Bus bus(gst_element_get_bus(m_playbin.get()));
+    StudioGst::Message message(gst_bus_pop_filtered(bus.get(), wanted));
+    if (message && GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ASYNC_DONE &&
+        m_pendingSeek >= 0) {
+        seek(m_pendingSeek);
+    }
+    return message;
+}
+
+StudioPlayer::StudioPlayer(QObject* parent, const QString& sinkName)
+    : QObject(parent), m_sinkName(sinkName)
+{
+    m_poll.setInterval(kPollMs);
+    m_poll.setTimerType(Qt::PreciseTimer);
+    connect(&m_poll, &QTimer::timeout, this, &StudioPlayer::poll);
+}
+
+StudioPlayer::~StudioPlayer() = default;
+
+void StudioPlayer::setFile(const QString& path)
+{
+    stop();
+    m_file = path;
+}
+
+qint64 StudioPlayer::positionMs() const
+{
+    return m_pipeline ? m_pipeline->positionMs() : m_startAt;
+}
+
+void StudioPlayer::play()
+{
+    if (m_file.isEmpty() || m_state == State::Playing || !ensurePipeline()) {
+        return;
+    }
+    if (!m_pipeline->set(GST_STATE_PLAYING)) {
+        poll(); // the bus says it better, mostly
+        if (m_pipeline) {
+            fail(tr("The sound output cannot be opened."));
+        }
+        return;
+    }
+    setState(State::Playing);
+    m_poll.start();
+}
+
+void StudioPlayer::pause()
+{
+    if (m_state == State::Playing) {
+        m_pipeline->set(GST_STATE_PAUSED);
+        setState(State::Paused);
+    }
+}
+
+void StudioPlayer::stop()
+{
+    m_poll.stop();
+    m_pipeline.reset();
+    m_startAt = 0;
+    if (m_state != State::Stopped) {
+        setState(State::Stopped);
+        Q_EMIT positionChanged(0);
+    }
+}
+
+void StudioPlayer::seek(qint64 milliseconds)
+{
+    const qint64 target = std::max<qint64>(0, milliseconds);
+    if (m_pipeline) {
+        m_pipeline->seek(target);
+    } else {
+        m_startAt = target;
+    }
+    Q_EMIT positionChanged(target);
+}
+
+void StudioPlayer::setMuted(bool muted)
+{
+    if (m_muted == muted) {
+        return;
+    }
+    m_muted = muted;
+    if (m_pipeline) {
+        m_pipeline->setMuted(muted);
+    }
+    Q_EMIT mutedChanged(muted);
+}
+
+bool StudioPlayer::ensurePipeline()
+{
+    if (m_pipeline) {
+        return true;
+    }
+    if (!StudioGst::start()) {
+        fail(tr("The media framework cannot be started."));
+        return false;
+    }
+    m_pipeline = std::make_unique<Pipeline>(m_sinkName, m_file);
+    if (!m_pipeline->isUsable()) {
+        fail(
+            tr("Nothing can be played: the element \"%1\" is missing.").arg(m_pipeline->missing()));
+        return false;
+    }
+    m_pipeline->setMuted(m_muted);
+    if (m_startAt > 0) {
+        m_pipeline->seek(m_startAt);
+    }
+    return true;
+}
+
+void StudioPlayer::setState(State state)
+{
+    m_state = state;
+    Q_EMIT stateChanged(state);
+}
+
+void StudioPlayer::poll()
+{
+    while (m_pipeline) {
+        const StudioGst::Message message = m_pipeline->nextMessage();
+        if (!message) {
+            break;
+        }
+        if (GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR) {
+            fail(StudioGst::errorText(message.get()));
+            return;
+        }
+        if (GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_EOS) {
+            stop();
+            return;
+        }
+    }
+    if (m_pipeline) {
+        Q_EMIT positionChanged(positionMs());
+    }
+}
+
+void StudioPlayer::fail(const QString& text)
+{
+    KdBaseLog::write(KdBaseLog::Info, {"Host/Studio/StudioPlayer", "StudioPlayer::fail"},
+                     "Playing %s ended: %s", qPrintable(m_file), qPrintable(text));
+    stop();
+    Q_EMIT failed(text);
+}
