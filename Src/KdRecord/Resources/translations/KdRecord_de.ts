@@ -148,4 +148,325 @@
         <translation>Schließen</translation>
     </message>
 </context>
+<context>
+    <name>StudioEmptyState</name>
+    <message>
+        <source>Choose a take</source>
+        <translation>Aufnahme wählen</translation>
+    </message>
+    <message>
+        <source>Record your first voice-over</source>
+        <translation>Die erste Sprachaufnahme machen</translation>
+    </message>
+    <message>
+        <source>Click one in the list to see and hear it.</source>
+        <translation>Klicken Sie eine in der Liste an, um sie zu sehen und zu hören.</translation>
+    </message>
+    <message>
+        <source>Connect a microphone, press “Record voice-over” and speak. The take appears in the list and on the timeline.</source>
+        <translation>Schließen Sie ein Mikrofon an, drücken Sie „Sprachaufnahme“ und sprechen Sie. Die Aufnahme erscheint in der Liste und auf der Zeitleiste.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioHeader</name>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Use the light skin</source>
+        <translation>Helle Darstellung verwenden</translation>
+    </message>
+    <message>
+        <source>Use the dark skin</source>
+        <translation>Dunkle Darstellung verwenden</translation>
+    </message>
+</context>
+<context>
+    <name>StudioMediaProbe</name>
+    <message>
+        <source>There is no sound in it.</source>
+        <translation>Sie enthält keinen Ton.</translation>
+    </message>
+    <message>
+        <source>Its length is unknown.</source>
+        <translation>Ihre Länge ist unbekannt.</translation>
+    </message>
+    <message>
+        <source>The media framework cannot look into files.</source>
+        <translation>Das Medien-Framework kann keine Dateien untersuchen.</translation>
+    </message>
+    <message>
+        <source>It is not a sound file.</source>
+        <translation>Sie ist keine Tondatei.</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>Diese Datei gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>It may not be read.</source>
+        <translation>Sie darf nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>It is empty.</source>
+        <translation>Sie ist leer.</translation>
+    </message>
+    <message>
+        <source>The media framework cannot be started.</source>
+        <translation>Das Medien-Framework lässt sich nicht starten.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioPlayer</name>
+    <message>
+        <source>The sound output cannot be opened.</source>
+        <translation>Die Tonausgabe lässt sich nicht öffnen.</translation>
+    </message>
+    <message>
+        <source>The media framework cannot be started.</source>
+        <translation>Das Medien-Framework lässt sich nicht starten.</translation>
+    </message>
+    <message>
+        <source>Nothing can be played: the element &quot;%1&quot; is missing.</source>
+        <translation>Es kann nichts abgespielt werden: Das Element „%1“ fehlt.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioRecoveryBar</name>
+    <message>
+        <source>Repair</source>
+        <translation>Reparieren</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>An unfinished recording was found</source>
+        <translation>Eine unvollendete Aufnahme wurde gefunden</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n unfinished recordings were found</source>
+        <translation>
+            <numerusform>%n unvollendete Aufnahme wurde gefunden</numerusform>
+            <numerusform>%n unvollendete Aufnahmen wurden gefunden</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, begun %2. It can be repaired and added to the takes.</source>
+        <translation>%1, begonnen %2. Sie kann repariert und zu den Aufnahmen hinzugefügt werden.</translation>
+    </message>
+    <message>
+        <source>%1 could not be dealt with. %2</source>
+        <translation>%1 konnte nicht bearbeitet werden. %2</translation>
+    </message>
+    <message>
+        <source>Discarding deletes what was recorded. Are you sure?</source>
+        <translation>Verwerfen löscht das Aufgenommene. Sind Sie sicher?</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>The unfinished recording stays as it is and is offered again at the next start.</source>
+        <translation>Die unvollendete Aufnahme bleibt, wie sie ist, und wird beim nächsten Start wieder angeboten.</translation>
+    </message>
+    <message>
+        <source>%1 was repaired.</source>
+        <translation>%1 wurde repariert.</translation>
+    </message>
+    <message>
+        <source>Nothing had been recorded in %1 yet.</source>
+        <translation>In %1 war noch nichts aufgenommen.</translation>
+    </message>
+    <message>
+        <source>It could not be deleted.</source>
+        <translation>Sie konnte nicht gelöscht werden.</translation>
+    </message>
+    <message>
+        <source>%1 was discarded.</source>
+        <translation>%1 wurde verworfen.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakeDetails</name>
+    <message>
+        <source>What the recorder reported</source>
+        <translation>Was der Rekorder gemeldet hat</translation>
+    </message>
+    <message>
+        <source>The file is no longer there. Put it back and the take can be played again.</source>
+        <translation>Die Datei ist nicht mehr da. Legen Sie sie zurück, dann kann die Aufnahme wieder abgespielt werden.</translation>
+    </message>
+    <message>
+        <source>The file cannot be read. %1</source>
+        <translation>Die Datei kann nicht gelesen werden. %1</translation>
+    </message>
+    <message>
+        <source>Looking into the file…</source>
+        <translation>Die Datei wird untersucht …</translation>
+    </message>
+    <message>
+        <source>Nothing: this take was recovered after the recorder had been interrupted.</source>
+        <translation>Nichts: Diese Aufnahme wurde wiederhergestellt, nachdem der Rekorder unterbrochen worden war.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakeLibrary</name>
+    <message>
+        <source>The takes folder &quot;%1&quot; cannot be made.</source>
+        <translation>Der Aufnahmeordner „%1“ lässt sich nicht anlegen.</translation>
+    </message>
+    <message>
+        <source>The list of takes cannot be read; it was put aside as &quot;%1&quot;.</source>
+        <translation>Die Liste der Aufnahmen kann nicht gelesen werden; sie wurde als „%1“ beiseitegelegt.</translation>
+    </message>
+    <message>
+        <source>The list of takes cannot be saved in &quot;%1&quot;.</source>
+        <translation>Die Liste der Aufnahmen kann nicht in „%1“ gespeichert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakeModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>The file is missing</source>
+        <translation>Die Datei fehlt</translation>
+    </message>
+    <message>
+        <source>The file cannot be read</source>
+        <translation>Die Datei ist nicht lesbar</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakePane</name>
+    <message>
+        <source>Takes</source>
+        <translation>Aufnahmen</translation>
+    </message>
+    <message>
+        <source>Record voice-over</source>
+        <translation>Sprachaufnahme</translation>
+    </message>
+    <message>
+        <source>Remove from list</source>
+        <translation>Aus der Liste nehmen</translation>
+    </message>
+    <message>
+        <source>Takes that you record are listed here.</source>
+        <translation>Hier stehen Ihre Aufnahmen.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTimeline</name>
+    <message>
+        <source>Timeline</source>
+        <translation>Zeitleiste</translation>
+    </message>
+    <message>
+        <source>Takes line up here</source>
+        <translation>Hier reihen sich die Aufnahmen auf</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahme läuft</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTransport</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Muted by the recorder</source>
+        <translation>Vom Rekorder stummgeschaltet</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+</context>
+<context>
+    <name>StudioUsageView</name>
+    <message>
+        <source>Usage events</source>
+        <translation>Nutzungsereignisse</translation>
+    </message>
+    <message>
+        <source>What is used in the recorder&apos;s advanced settings appears here. It stays on this machine.</source>
+        <translation>Hier erscheint, was in den erweiterten Einstellungen des Rekorders benutzt wird. Es bleibt auf diesem Rechner.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioWaveformView</name>
+    <message>
+        <source>Waveform</source>
+        <translation>Wellenform</translation>
+    </message>
+</context>
+<context>
+    <name>StudioWindow</name>
+    <message>
+        <source>%1 was added.</source>
+        <translation>%1 wurde hinzugefügt.</translation>
+    </message>
+    <message>
+        <source>The recording was not kept; there is nothing to add.</source>
+        <translation>Die Aufnahme wurde nicht behalten; es gibt nichts hinzuzufügen.</translation>
+    </message>
+    <message>
+        <source>%1 was not added. %2</source>
+        <translation>%1 wurde nicht hinzugefügt. %2</translation>
+    </message>
+    <message>
+        <source>The recording could not begin.</source>
+        <translation>Die Aufnahme konnte nicht beginnen.</translation>
+    </message>
+    <message>
+        <source>Playing is not possible. %1</source>
+        <translation>Abspielen ist nicht möglich. %1</translation>
+    </message>
+    <message>
+        <source>Takes are kept in %1</source>
+        <translation>Aufnahmen liegen in %1</translation>
+    </message>
+    <message>
+        <source>%1 frames per second</source>
+        <translation>%1 Bilder pro Sekunde</translation>
+    </message>
+    <message>
+        <source>Recording…</source>
+        <translation>Aufnahme läuft …</translation>
+    </message>
+    <message>
+        <source>Take</source>
+        <translation>Aufnahme</translation>
+    </message>
+    <message>
+        <source>Usage events</source>
+        <translation>Nutzungsereignisse</translation>
+    </message>
+    <message>
+        <source>The recorder is at work</source>
+        <translation>Der Rekorder arbeitet</translation>
+    </message>
+    <message>
+        <source>The project is locked until the take is over.</source>
+        <translation>Das Projekt ist gesperrt, bis die Aufnahme vorbei ist.</translation>
+    </message>
+</context>
 </TS>

@@ -148,4 +148,324 @@
         <translation>关闭</translation>
     </message>
 </context>
+<context>
+    <name>StudioEmptyState</name>
+    <message>
+        <source>Choose a take</source>
+        <translation>选择一段录音</translation>
+    </message>
+    <message>
+        <source>Record your first voice-over</source>
+        <translation>录制您的第一段配音</translation>
+    </message>
+    <message>
+        <source>Click one in the list to see and hear it.</source>
+        <translation>点击列表中的一段即可查看和收听。</translation>
+    </message>
+    <message>
+        <source>Connect a microphone, press “Record voice-over” and speak. The take appears in the list and on the timeline.</source>
+        <translation>连接麦克风，点击“录制配音”并开始讲话。录音会出现在列表和时间轴上。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioHeader</name>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>Use the light skin</source>
+        <translation>使用浅色外观</translation>
+    </message>
+    <message>
+        <source>Use the dark skin</source>
+        <translation>使用深色外观</translation>
+    </message>
+</context>
+<context>
+    <name>StudioMediaProbe</name>
+    <message>
+        <source>There is no sound in it.</source>
+        <translation>其中没有声音。</translation>
+    </message>
+    <message>
+        <source>Its length is unknown.</source>
+        <translation>长度未知。</translation>
+    </message>
+    <message>
+        <source>The media framework cannot look into files.</source>
+        <translation>媒体框架无法检查文件。</translation>
+    </message>
+    <message>
+        <source>It is not a sound file.</source>
+        <translation>它不是声音文件。</translation>
+    </message>
+    <message>
+        <source>There is no such file.</source>
+        <translation>没有这个文件。</translation>
+    </message>
+    <message>
+        <source>It may not be read.</source>
+        <translation>没有读取权限。</translation>
+    </message>
+    <message>
+        <source>It is empty.</source>
+        <translation>文件是空的。</translation>
+    </message>
+    <message>
+        <source>The media framework cannot be started.</source>
+        <translation>媒体框架无法启动。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioPlayer</name>
+    <message>
+        <source>The sound output cannot be opened.</source>
+        <translation>无法打开声音输出。</translation>
+    </message>
+    <message>
+        <source>The media framework cannot be started.</source>
+        <translation>媒体框架无法启动。</translation>
+    </message>
+    <message>
+        <source>Nothing can be played: the element &quot;%1&quot; is missing.</source>
+        <translation>无法播放：缺少组件“%1”。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioRecoveryBar</name>
+    <message>
+        <source>Repair</source>
+        <translation>修复</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>稍后</translation>
+    </message>
+    <message>
+        <source>An unfinished recording was found</source>
+        <translation>发现一段未完成的录音</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n unfinished recordings were found</source>
+        <translation>
+            <numerusform>发现 %n 段未完成的录音</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, begun %2. It can be repaired and added to the takes.</source>
+        <translation>%1，开始于 %2。可以修复并加入录音列表。</translation>
+    </message>
+    <message>
+        <source>%1 could not be dealt with. %2</source>
+        <translation>无法处理 %1。%2</translation>
+    </message>
+    <message>
+        <source>Discarding deletes what was recorded. Are you sure?</source>
+        <translation>放弃会删除已录制的内容，确定吗？</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>The unfinished recording stays as it is and is offered again at the next start.</source>
+        <translation>未完成的录音保持原样，下次启动时会再次提示。</translation>
+    </message>
+    <message>
+        <source>%1 was repaired.</source>
+        <translation>%1 已修复。</translation>
+    </message>
+    <message>
+        <source>Nothing had been recorded in %1 yet.</source>
+        <translation>%1 中尚未录到任何内容。</translation>
+    </message>
+    <message>
+        <source>It could not be deleted.</source>
+        <translation>无法删除。</translation>
+    </message>
+    <message>
+        <source>%1 was discarded.</source>
+        <translation>%1 已放弃。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakeDetails</name>
+    <message>
+        <source>What the recorder reported</source>
+        <translation>录音机报告的内容</translation>
+    </message>
+    <message>
+        <source>The file is no longer there. Put it back and the take can be played again.</source>
+        <translation>文件已不在原处。放回后即可再次播放。</translation>
+    </message>
+    <message>
+        <source>The file cannot be read. %1</source>
+        <translation>文件无法读取。%1</translation>
+    </message>
+    <message>
+        <source>Looking into the file…</source>
+        <translation>正在检查文件…</translation>
+    </message>
+    <message>
+        <source>Nothing: this take was recovered after the recorder had been interrupted.</source>
+        <translation>无：这段录音是在录音机中断后恢复的。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakeLibrary</name>
+    <message>
+        <source>The takes folder &quot;%1&quot; cannot be made.</source>
+        <translation>无法创建录音文件夹“%1”。</translation>
+    </message>
+    <message>
+        <source>The list of takes cannot be read; it was put aside as &quot;%1&quot;.</source>
+        <translation>无法读取录音列表；已另存为“%1”。</translation>
+    </message>
+    <message>
+        <source>The list of takes cannot be saved in &quot;%1&quot;.</source>
+        <translation>无法将录音列表保存到“%1”。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakeModel</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1，%2</translation>
+    </message>
+    <message>
+        <source>The file is missing</source>
+        <translation>文件缺失</translation>
+    </message>
+    <message>
+        <source>The file cannot be read</source>
+        <translation>文件无法读取</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTakePane</name>
+    <message>
+        <source>Takes</source>
+        <translation>录音</translation>
+    </message>
+    <message>
+        <source>Record voice-over</source>
+        <translation>录制配音</translation>
+    </message>
+    <message>
+        <source>Remove from list</source>
+        <translation>从列表中移除</translation>
+    </message>
+    <message>
+        <source>Takes that you record are listed here.</source>
+        <translation>您录制的内容会列在这里。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTimeline</name>
+    <message>
+        <source>Timeline</source>
+        <translation>时间轴</translation>
+    </message>
+    <message>
+        <source>Takes line up here</source>
+        <translation>录音会排列在这里</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>录制中</translation>
+    </message>
+</context>
+<context>
+    <name>StudioTransport</name>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Muted by the recorder</source>
+        <translation>已被录音机静音</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>暂停</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>播放</translation>
+    </message>
+</context>
+<context>
+    <name>StudioUsageView</name>
+    <message>
+        <source>Usage events</source>
+        <translation>使用事件</translation>
+    </message>
+    <message>
+        <source>What is used in the recorder&apos;s advanced settings appears here. It stays on this machine.</source>
+        <translation>录音机高级设置的使用情况会显示在这里，且只保存在本机。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioWaveformView</name>
+    <message>
+        <source>Waveform</source>
+        <translation>波形</translation>
+    </message>
+</context>
+<context>
+    <name>StudioWindow</name>
+    <message>
+        <source>%1 was added.</source>
+        <translation>已添加 %1。</translation>
+    </message>
+    <message>
+        <source>The recording was not kept; there is nothing to add.</source>
+        <translation>录音未保留，没有可添加的内容。</translation>
+    </message>
+    <message>
+        <source>%1 was not added. %2</source>
+        <translation>未添加 %1。%2</translation>
+    </message>
+    <message>
+        <source>The recording could not begin.</source>
+        <translation>录制无法开始。</translation>
+    </message>
+    <message>
+        <source>Playing is not possible. %1</source>
+        <translation>无法播放。%1</translation>
+    </message>
+    <message>
+        <source>Takes are kept in %1</source>
+        <translation>录音保存在 %1</translation>
+    </message>
+    <message>
+        <source>%1 frames per second</source>
+        <translation>每秒 %1 帧</translation>
+    </message>
+    <message>
+        <source>Recording…</source>
+        <translation>正在录制…</translation>
+    </message>
+    <message>
+        <source>Take</source>
+        <translation>录音</translation>
+    </message>
+    <message>
+        <source>Usage events</source>
+        <translation>使用事件</translation>
+    </message>
+    <message>
+        <source>The recorder is at work</source>
+        <translation>录音机正在工作</translation>
+    </message>
+    <message>
+        <source>The project is locked until the take is over.</source>
+        <translation>录制结束前项目已锁定。</translation>
+    </message>
+</context>
 </TS>
