@@ -6,6 +6,7 @@
 #include <KdVBLModel/KdAacEncoder.h>
 #include <KdVBLModel/KdTakeFile.h>
 #include <KdVBLModel/KdTakeJournal.h>
+#include <KdVBLModel/KdTakeRepair.h>
 
 #include <QFileInfo>
 
@@ -196,8 +197,21 @@ KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path)
         journal.remove();
         return Result::Lost;
     }
-    // It plays up to its last fragment; the journal stays, so that it is mended at the next start.
-    return Result::Kept;
+    const RepairResult repaired = KdTakeRepair::run(path);
+    KdBaseLog::write(KdBaseLog::Info, here("KdTakeWriter::finish"), "%s",
+                     qUtf8Printable(repaired.message));
+    switch (repaired.outcome) {
+    case RepairResult::Outcome::Repaired:
+        journal.remove();
+        return Result::Kept;
+    case RepairResult::Outcome::NothingRecoverable:
+        journal.remove();
+        return Result::Lost;
+    default:
+        // It plays up to its last fragment; the journal stays, so that it is mended when there is
+        // room again.
+        return Result::Kept;
+    }
 }
 
 KdTakeWriter::KdTakeWriter() : d(std::make_unique<Private>()) {}
