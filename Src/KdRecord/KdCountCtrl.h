@@ -11,9 +11,10 @@
  * ends with sigFinish() or is stopped by Abort(), without a signal. It may be destroyed from inside
  * its own signals. GUI thread.
  *
- * QApplication::widgetAt() looks through the window to what lies below, yet presses that the window system delivers
- * to it still arrive and are reported by sigPressed(). Showing it leaves the keyboard where it was, so that the
- * shortcut that ends the countdown still reaches the window below.
+ * QApplication::widgetAt() looks through the window to what lies below, yet presses that the window
+ * system delivers to it still arrive and are reported by sigPressed(). Showing it leaves the
+ * keyboard where it was, so that the shortcut that ends the countdown still reaches the window
+ * below.
  */
 class KDRECORD_EXPORT KdCountCtrl : public KdLabel
 {
