@@ -238,7 +238,8 @@ void tst_KComboboxExt::tipIsMadeOnceAndTakesTheTextOfEachShowing()
 {
     KComboboxExt& row = rowWithTip();
     sendEnter(questionOf(row));
-    const KdTipWidget* const first = tipOf(row);
+    KdTipWidget* const first = tipOf(row);
+    QVERIFY(QTest::qWaitForWindowExposed(first));
     sendLeave(questionOf(row));
     QTRY_VERIFY(!isTipShown(row));
     row.setQuestionTip(QStringLiteral("Something else"));
