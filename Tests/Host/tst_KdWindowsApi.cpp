@@ -241,7 +241,7 @@ void tst_KdWindowsApi::shortcutsOfTheWindowDoNotFire()
 void tst_KdWindowsApi::applicationShortcutsOfTheWindowDoNotFireFromADialog()
 {
     HostWindow host;
-    host.show();
+    showActive(host);
     host.action->setShortcutContext(Qt::ApplicationShortcut);
     QSignalSpy triggered(host.action, &QAction::triggered);
     QDialog dialog(&host);
