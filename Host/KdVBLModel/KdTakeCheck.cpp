@@ -1,5 +1,6 @@
 #include "KdTakeCheck.h"
 
+#include "KdGst.h"
 #include "KdTakeFile.h"
 
 #include <gst/gst.h>
@@ -11,13 +12,7 @@ namespace {
 
 // A disk that gives nothing for so long gives nothing at all.
 constexpr GstClockTime kPatience = 30 * GST_SECOND;
-
-struct Unref
-{
-    void operator()(gpointer object) const { gst_object_unref(object); }
-    void operator()(GstMessage* message) const { gst_message_unref(message); }
-    void operator()(GstCaps* caps) const { gst_caps_unref(caps); }
-};
+constexpr GstClockTime kLook = 50 * GST_MSECOND;
 
 /** Counted on the streaming thread, looked at on the calling one. */
 struct Counts
@@ -38,7 +33,7 @@ GstPadProbeReturn count(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer cou
 void addStream(GstElement* /*demuxer*/, GstPad* pad, gpointer data)
 {
     auto* const counts = static_cast<Counts*>(data);
-    const std::unique_ptr<GstCaps, Unref> caps(gst_pad_query_caps(pad, nullptr));
+    const KdGstCapsPtr caps(gst_pad_query_caps(pad, nullptr));
     const GstStructure* const structure = gst_caps_get_structure(caps.get(), 0);
     const bool isVideo = gst_structure_has_name(structure, "video/x-h264");
     if (!isVideo && !gst_structure_has_name(structure, "audio/mpeg")) {
@@ -50,7 +45,7 @@ void addStream(GstElement* /*demuxer*/, GstPad* pad, gpointer data)
     g_object_set(sink, "async", FALSE, "sync", FALSE, nullptr);
     gst_bin_add_many(GST_BIN(counts->pipeline), parser, sink, nullptr);
     gst_element_link(parser, sink);
-    const std::unique_ptr<GstPad, Unref> input(gst_element_get_static_pad(parser, "sink"));
+    const KdGstPtr<GstPad> input(gst_element_get_static_pad(parser, "sink"));
     gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER, count,
                       isVideo ? &counts->video : &counts->audio, nullptr);
     gst_element_sync_state_with_parent(sink);
@@ -67,28 +62,46 @@ QString problemOf(GstMessage* message)
     return text;
 }
 
-// Waits for the end of the file for as long as something arrives.
-QString runToEnd(GstElement* pipeline, const Counts& counts)
+enum class End
 {
-    const std::unique_ptr<GstBus, Unref> bus(gst_element_get_bus(pipeline));
-    for (int before = -1; before != counts.total();) {
-        before = counts.total();
-        const std::unique_ptr<GstMessage, Unref> message(gst_bus_timed_pop_filtered(
-            bus.get(), kPatience, GstMessageType(GST_MESSAGE_EOS | GST_MESSAGE_ERROR)));
-        if (message) {
-            return GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_EOS ? QString()
-                                                                      : problemOf(message.get());
+    Reached,
+    Cancelled,
+    Failed
+};
+
+// Waits for the end of the file for as long as something arrives.
+End runToEnd(GstElement* pipeline, const Counts& counts, const std::function<bool()>& goesOn,
+             QString* problem)
+{
+    const KdGstPtr<GstBus> bus(gst_element_get_bus(pipeline));
+    int before = 0;
+    GstClockTime idle = 0;
+    while (idle < kPatience) {
+        if (goesOn && !goesOn()) {
+            return End::Cancelled;
         }
+        const std::unique_ptr<GstMessage, KdGstMiniObjectUnref> message(gst_bus_timed_pop_filtered(
+            bus.get(), kLook, GstMessageType(GST_MESSAGE_EOS | GST_MESSAGE_ERROR)));
+        if (message && GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_EOS) {
+            return End::Reached;
+        }
+        if (message) {
+            *problem = problemOf(message.get());
+            return End::Failed;
+        }
+        idle = before == counts.total() ? idle + kLook : 0;
+        before = counts.total();
     }
-    return QStringLiteral("Reading the file came to a halt.");
+    *problem = QStringLiteral("Reading the file came to a halt.");
+    return End::Failed;
 }
 
 } // namespace
 
-KdTakeContents KdTakeCheck::read(const QString& path)
+KdTakeContents KdTakeCheck::read(const QString& path, const std::function<bool()>& goesOn)
 {
     KdTakeContents contents;
-    const std::unique_ptr<GstElement, Unref> pipeline(gst_pipeline_new(nullptr));
+    const KdGstPtr<GstElement> pipeline(gst_pipeline_new(nullptr));
     GstElement* const source = gst_element_factory_make("filesrc", nullptr);
     GstElement* const demuxer = gst_element_factory_make("qtdemux", nullptr);
     if (!source || !demuxer) {
@@ -102,9 +115,9 @@ KdTakeContents KdTakeCheck::read(const QString& path)
     counts.pipeline = pipeline.get();
     g_signal_connect(demuxer, "pad-added", G_CALLBACK(addStream), &counts);
     gst_element_set_state(pipeline.get(), GST_STATE_PLAYING);
-    contents.problem = runToEnd(pipeline.get(), counts);
+    const End end = runToEnd(pipeline.get(), counts, goesOn, &contents.problem);
     gst_element_set_state(pipeline.get(), GST_STATE_NULL);
-    contents.isReadable = contents.problem.isEmpty();
+    contents.isReadable = end == End::Reached;
     contents.audioFrames = counts.audio;
     contents.videoFrames = counts.video;
     return contents;

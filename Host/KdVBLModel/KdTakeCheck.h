@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 /** What a player would find in a file. */
 struct KdTakeContents
 {
@@ -17,5 +19,7 @@ struct KdTakeContents
 class KDVBLMODEL_EXPORT KdTakeCheck
 {
 public:
-    static KdTakeContents read(const QString& path);
+    /** @param goesOn asked some times a second; once it answers false the file counts as not
+     * readable, without a problem. */
+    static KdTakeContents read(const QString& path, const std::function<bool()>& goesOn = {});
 };

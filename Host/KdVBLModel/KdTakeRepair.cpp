@@ -227,7 +227,7 @@ void Repair::undo()
 RepairResult Repair::checked()
 {
     const KdTakeContents contents =
-        goesOn(kHalfWay) ? KdTakeCheck::read(m_file.fileName()) : KdTakeContents();
+        KdTakeCheck::read(m_file.fileName(), [this] { return goesOn(kHalfWay); });
     if (contents.isReadable && contents.audioFrames + contents.videoFrames == frames(m_movie)) {
         goesOn(100);
         return result(Outcome::Repaired, QStringLiteral("The recording was completed."),

@@ -8,6 +8,7 @@
 #include <KdVBLModel/KdTakeJournal.h>
 #include <KdVBLModel/KdTakeRepair.h>
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <gst/audio/audio.h>
@@ -20,6 +21,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr auto kPatience = 1900ms;
 constexpr auto kDrainPatience = 1400ms;
 constexpr auto kShutDownPatience = 500ms;
 /** A disk that is this far behind has failed; until then its sound waits in memory. */
@@ -70,7 +72,7 @@ public:
     Result end();
     Result abandon();
     bool shutDownInTime();
-    Result judgeFailed(const QString& path);
+    Result judgeFailed(const QString& path, std::chrono::steady_clock::time_point until);
 
     std::shared_ptr<KdTakePipeline> pipeline; ///< shared with a thread that shuts it down
     KdTakeFile file;
@@ -154,6 +156,7 @@ KdTakeWriter::Result KdTakeWriter::Private::end()
     if (frames == 0) {
         return abandon();
     }
+    const auto until = std::chrono::steady_clock::now() + kPatience;
     const bool isDrained = pipeline->drain(kDrainPatience);
     const bool isShutDown = shutDownInTime();
     const QString path = file.path();
@@ -166,7 +169,7 @@ KdTakeWriter::Result KdTakeWriter::Private::end()
     KdBaseLog::write(KdBaseLog::Error, here("KdTakeWriter::finish"),
                      "The take %s did not end well: %s", qUtf8Printable(path),
                      qUtf8Printable(problem));
-    return isShutDown ? judgeFailed(path) : Result::Lost;
+    return isShutDown ? judgeFailed(path, until) : Result::Lost;
 }
 
 KdTakeWriter::Result KdTakeWriter::Private::abandon()
@@ -191,13 +194,15 @@ bool KdTakeWriter::Private::shutDownInTime()
     return false;
 }
 
-KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path)
+KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path,
+                                                        std::chrono::steady_clock::time_point until)
 {
     if (QFileInfo(path).size() == 0) {
         journal.remove();
         return Result::Lost;
     }
-    const RepairResult repaired = KdTakeRepair::run(path);
+    const RepairResult repaired = KdTakeRepair::run(
+        path, [until](int /*percent*/) { return std::chrono::steady_clock::now() < until; });
     KdBaseLog::write(KdBaseLog::Info, here("KdTakeWriter::finish"), "%s",
                      qUtf8Printable(repaired.message));
     switch (repaired.outcome) {
@@ -205,11 +210,11 @@ KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path)
         journal.remove();
         return Result::Kept;
     case RepairResult::Outcome::NothingRecoverable:
+        QFile::remove(path);
         journal.remove();
         return Result::Lost;
     default:
-        // It plays up to its last fragment; the journal stays, so that it is mended when there is
-        // room again.
+        // The journal stays, so that it is mended at the next start, when there is room or time.
         return Result::Kept;
     }
 }
