@@ -69,8 +69,13 @@ template <typename Window>
 void showActive(Window& window)
 {
     window.show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    // QWindow::isActive() is already content when the window's transient parent is the active one.
+    const auto activates = [&window] {
+        window.activateWindow();
+        return QApplication::activeWindow() == &window;
+    };
+    QVERIFY(QTest::qWaitFor(activates));
 }
 
 } // namespace
@@ -326,7 +331,8 @@ void tst_KdWindowsApi::idIsThatOfTheWindowAlsoAfterItWasMadeAnew()
     showActive(host);
     host.setUsable(false);
     host.setWindowFlag(Qt::FramelessWindowHint);
-    showActive(host);
+    host.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
     QVERIFY(!KdWindowsApi::IsWindowsEnableApi(host.winId()));
     host.setUsable(true);
     QVERIFY(KdWindowsApi::IsWindowsEnableApi(host.winId()));
