@@ -26,9 +26,13 @@ endfunction()
 
 # Qt 5 turns file names into the locale's encoding: the tests must not depend on the developer's.
 set(KDRECORD_TEST_ENVIRONMENT LC_ALL=C.UTF-8)
+if(KDRECORD_SANITIZE)
+  # No test draws with OpenGL, whose drivers leak and race at start-up.
+  list(APPEND KDRECORD_TEST_ENVIRONMENT QT_XCB_GL_INTEGRATION=none)
+endif()
 if(KDRECORD_SANITIZE STREQUAL "address")
   list(APPEND KDRECORD_TEST_ENVIRONMENT
-    "ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1"
+    "ASAN_OPTIONS=detect_leaks=1"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/lsan.supp:print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
 elseif(KDRECORD_SANITIZE STREQUAL "thread")

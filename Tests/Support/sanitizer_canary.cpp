@@ -45,10 +45,8 @@ int useAfterFree()
 
 int leak()
 {
-    static char* volatile kept = nullptr;
-    kept = new char[12345];
-    kept = nullptr;
-    return 0;
+    const char* const lost = new char[12345]();
+    return lost[0];
 }
 
 int overflow(int number)
