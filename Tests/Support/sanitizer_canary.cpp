@@ -2,6 +2,7 @@
 // noticed.
 #include "ScriptedEngine.h"
 
+#include <atomic>
 #include <cstring>
 #include <memory>
 #include <thread>
@@ -10,29 +11,38 @@ using namespace KdVBLMODEL;
 
 namespace {
 
-/** Is written by the engine's threads and read by ours, without any protection. */
+/** Has a member that the engine's thread writes and ours reads, without any protection. */
 class RacyObserver : public IKdRecorderEventObserver
 {
 public:
-    void onTimeCallback(long long msec) override { time = msec; }
+    void onTimeCallback(long long msec) override
+    {
+        time = msec + 1;
+        // Relaxed, so that it tells when to look and yet orders nothing: the race is found every
+        // time.
+        isWritten.store(true, std::memory_order_relaxed);
+    }
 
     long long time = 0;
+    std::atomic<bool> isWritten{false};
 };
 
 int race()
 {
     ScriptedEngine engine;
-    RacyObserver observer;
+    // On the heap: clang leaves out what it takes for a local of one thread.
+    const auto observer = std::make_unique<RacyObserver>();
     IKdAudioRecorder* const recorder = createAudioRecorder(nullptr);
-    recorder->addEventObserver(&observer);
+    recorder->addEventObserver(observer.get());
     recorder->setCallbackSwitch2(true);
-    engine.startFlood(2);
-    while (observer.time < 1000) {
+    std::thread delivery([&engine] { engine.deliverTime(1); });
+    while (!observer->isWritten.load(std::memory_order_relaxed)) {
         std::this_thread::yield();
     }
-    engine.stopFlood();
+    const bool isSeen = observer->time > 0;
+    delivery.join();
     recorder->release();
-    return 0;
+    return isSeen ? 0 : 1;
 }
 
 int useAfterFree()
