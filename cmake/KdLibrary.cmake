@@ -10,6 +10,16 @@ function(kd_keep_platform_sources list_name)
   set(${list_name} ${${list_name}} PARENT_SCOPE)
 endfunction()
 
+# CMake 3.25 does not look again for classes that need moc when a glob has found a new header, and what depends on
+# that header then fails to link after a pull. Without its time stamp moc is run anew.
+function(kd_watch_sources target)
+  get_target_property(sources ${target} SOURCES)
+  if(NOT "${sources}" STREQUAL "${KDRECORD_SOURCES_OF_${target}}")
+    file(REMOVE ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/timestamp)
+    set(KDRECORD_SOURCES_OF_${target} "${sources}" CACHE INTERNAL "Sources of ${target} when it was last configured")
+  endif()
+endfunction()
+
 # kd_add_library(NAME SOURCES ... [LINKS public targets ...] [PRIVATE_LINKS targets ...] INCLUDE_ROOT dir)
 # A shared library <NAME> with the alias KdRecord::<NAME>, its export header <NAME>/<NAME>Export.h and
 # INCLUDE_ROOT as the folder below which its headers are found as <NAME/Header.h>.
@@ -33,4 +43,5 @@ function(kd_configure_library target)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${ARG_INCLUDE_ROOT}> $<BUILD_INTERFACE:${generated}>)
   target_link_libraries(${target} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS} kd_flags)
+  kd_watch_sources(${target})
 endfunction()
