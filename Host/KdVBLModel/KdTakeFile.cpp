@@ -94,7 +94,13 @@ void KdTakeFile::begun()
     m_begun = true;
     if (!m_asidePath.isEmpty()) {
         QFile::remove(m_asidePath);
+        m_asidePath.clear();
     }
+}
+
+bool KdTakeFile::isInPlace() const
+{
+    return isClaimed() && KdDisk::isAt(m_file, m_path);
 }
 
 bool KdTakeFile::finish(QString* error)
@@ -103,12 +109,13 @@ bool KdTakeFile::finish(QString* error)
         return refuse(error, QStringLiteral("No file is claimed."));
     }
     const QString path = m_path;
-    if (!KdDisk::isAt(m_file, path)) {
+    if (!isInPlace()) {
         begun();
         release();
         return refuse(error, QStringLiteral("The file %1 is no longer there.").arg(path));
     }
     if (QFileInfo(path).size() == 0) {
+        m_begun = false;
         release();
         return refuse(error, QStringLiteral("Nothing was written to the file %1.").arg(path));
     }

@@ -47,10 +47,13 @@ public:
      * is deleted. */
     void begun();
 
+    /** @return whether the claimed file is still the one at its path. */
+    bool isInPlace() const;
+
     /**
      * Checks that the claimed file is still at its path and is the same file, holds something, and
      * is on disk, its folder entry too. Ends the claim, whatever the outcome. A file that holds
-     * anything is never deleted here.
+     * anything is never deleted here, an empty one is.
      * @return false with one plain sentence when the file is gone, was replaced, is empty or cannot
      * be synced.
      */

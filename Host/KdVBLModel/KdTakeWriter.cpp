@@ -72,7 +72,8 @@ public:
     Result end();
     Result abandon();
     bool shutDownInTime();
-    Result judgeFailed(const QString& path, std::chrono::steady_clock::time_point until);
+    Result judgeFailed(const QString& path, bool isInPlace,
+                       std::chrono::steady_clock::time_point until);
 
     std::shared_ptr<KdTakePipeline> pipeline; ///< shared with a thread that shuts it down
     KdTakeFile file;
@@ -160,6 +161,7 @@ KdTakeWriter::Result KdTakeWriter::Private::end()
     const bool isDrained = pipeline->drain(kDrainPatience);
     const bool isShutDown = shutDownInTime();
     const QString path = file.path();
+    const bool isInPlace = file.isInPlace();
     QString problem = isDrained ? QString() : pipeline->error();
     const bool isOnDisk = isShutDown && file.finish(&problem);
     if (isDrained && isOnDisk) {
@@ -169,7 +171,7 @@ KdTakeWriter::Result KdTakeWriter::Private::end()
     KdBaseLog::write(KdBaseLog::Error, here("KdTakeWriter::finish"),
                      "The take %s did not end well: %s", qUtf8Printable(path),
                      qUtf8Printable(problem));
-    return isShutDown ? judgeFailed(path, until) : Result::Lost;
+    return isShutDown ? judgeFailed(path, isInPlace, until) : Result::Lost;
 }
 
 KdTakeWriter::Result KdTakeWriter::Private::abandon()
@@ -194,10 +196,11 @@ bool KdTakeWriter::Private::shutDownInTime()
     return false;
 }
 
-KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path,
+// What lies at the path is only ours to mend or remove when it is the file that was claimed.
+KdTakeWriter::Result KdTakeWriter::Private::judgeFailed(const QString& path, bool isInPlace,
                                                         std::chrono::steady_clock::time_point until)
 {
-    if (QFileInfo(path).size() == 0) {
+    if (!isInPlace || QFileInfo(path).size() == 0) {
         journal.remove();
         return Result::Lost;
     }

@@ -289,6 +289,7 @@ void tst_KdTakeFile::finishFailsWhenAnotherFileTookItsPlace()
     take.begun();
     QVERIFY(QFile::remove(path));
     TestFiles::write(path, "a stranger's");
+    QVERIFY(!take.isInPlace());
     QVERIFY(!take.finish(nullptr));
     QCOMPARE(TestFiles::read(path), QByteArray("a stranger's"));
 }
@@ -302,6 +303,10 @@ void tst_KdTakeFile::finishFailsWhenNothingWasWritten()
     QVERIFY(take.claim(path, nullptr));
     QVERIFY(!take.finish(&error));
     QCOMPARE(error, QStringLiteral("Nothing was written to the file %1.").arg(path));
+    QVERIFY(!QFileInfo::exists(path));
+    QVERIFY(take.claim(path, nullptr));
+    take.begun();
+    QVERIFY(!take.finish(nullptr));
     QVERIFY(!QFileInfo::exists(path));
 }
 

@@ -1,3 +1,5 @@
+#include "TakeSound.h"
+
 #include <KdVBLModel/KdTakeJournal.h>
 #include <KdVBLModel/KdTakeWriter.h>
 #include <Support/FileFaults.h>
@@ -12,42 +14,8 @@
 #include <cmath>
 #include <gst/gst.h>
 
-namespace {
-
-constexpr double kTwoPi = 6.283185307179586;
-constexpr int kBlockMs = 10;
-
-/** A block of a 1 kHz sine in 16 bits that continues at the given frame. */
-GstBuffer* tone(const KdTakeWriter& writer, qint64 firstFrame)
-{
-    const int frames = writer.samplerate() * kBlockMs / 1000;
-    QVector<qint16> samples;
-    for (int frame = 0; frame < frames; ++frame) {
-        const double phase =
-            kTwoPi * 1000.0 * static_cast<double>(firstFrame + frame) / writer.samplerate();
-        const auto value = static_cast<qint16>(8000.0 * std::sin(phase));
-        for (int channel = 0; channel < writer.channels(); ++channel) {
-            samples.append(value);
-        }
-    }
-    const auto bytes = static_cast<gsize>(samples.size()) * sizeof(qint16);
-    GstBuffer* const buffer = gst_buffer_new_allocate(nullptr, bytes, nullptr);
-    gst_buffer_fill(buffer, 0, samples.constData(), bytes);
-    return buffer;
-}
-
-bool pushSeconds(KdTakeWriter& writer, double seconds)
-{
-    const auto end = writer.framesPushed() + static_cast<qint64>(seconds * writer.samplerate());
-    while (writer.framesPushed() < end) {
-        if (!writer.push(tone(writer, writer.framesPushed()))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-} // namespace
+using TakeSound::pushSeconds;
+using TakeSound::tone;
 
 /** The file of a take, through every end that it can come to. */
 class tst_KdTakeWriter : public KdTestCase
