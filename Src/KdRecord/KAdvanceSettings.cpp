@@ -6,12 +6,16 @@
 #include <KdWidgets/KdLineWidget.h>
 #include <KdWidgets/KdPushButton.h>
 #include <KdWidgets/KdSkinManager.h>
+#include <KdWidgets/KdTitleBar.h>
 
 #include <QBoxLayout>
 
 namespace {
 
 constexpr int PageHeight = 359;
+// Lower than usual: the owner's size for the dialog leaves the buttons no room to the lower edge
+// otherwise.
+constexpr int TitleBarHeight = 32;
 
 void reportClick(const QString& name)
 {
@@ -33,6 +37,7 @@ KAdvanceSettings::~KAdvanceSettings() = default;
 void KAdvanceSettings::initUI()
 {
     setButtonBarVisible(false);
+    titleBar()->setFixedHeight(TitleBarHeight);
     m_pContent = new QWidget(this);
     m_pAudio = new KAudioSettings(m_pContent, true);
     m_pAudio->setFixedHeight(PageHeight);

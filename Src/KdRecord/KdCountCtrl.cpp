@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QStyleOption>
 
 #include <algorithm>
 #include <limits>
@@ -129,10 +130,19 @@ void KdCountCtrl::mousePressEvent(QMouseEvent* event)
     }
 }
 
+// Qt leaves out the ground of a style sheet where a window lets through what lies below.
+void KdCountCtrl::paintGround(QPainter& painter)
+{
+    QStyleOption option;
+    option.initFrom(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+}
+
 void KdCountCtrl::paintEvent(QPaintEvent* event)
 {
     {
         QPainter painter(this);
+        paintGround(painter);
         painter.setRenderHint(QPainter::Antialiasing);
         QFont numberFont = font();
         numberFont.setWeight(QFont::Bold);

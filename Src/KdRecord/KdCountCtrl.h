@@ -5,6 +5,8 @@
 
 #include <QTimer>
 
+class QPainter;
+
 /**
  * The countdown before a take: a small frameless window with the seconds that are left and a ring
  * that closes clockwise while they run. SetCount() resets it, Start() lets it run; it then either
@@ -67,6 +69,7 @@ protected:
 
 private:
     void tick();
+    void paintGround(QPainter& painter);
     QRect ringRect() const;
     /** @return how far the ring has closed, in sixteenths of a degree. */
     int ringSpan() const;

@@ -151,7 +151,7 @@ void tst_KAdvanceSettings::everythingFitsItsSize()
     QCOMPARE(page->geometry().top(), line->geometry().bottom() + 1 + 16);
     QCOMPARE(page->height(), 359);
     QCOMPARE(apply()->geometry().top(), page->geometry().bottom() + 1 + 16);
-    QVERIFY(content->rect().contains(apply()->geometry()));
+    QVERIFY(content->rect().bottom() - apply()->geometry().bottom() >= 8);
     const QList<QWidget*> rows =
         page->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (const QWidget* row : rows) {

@@ -86,8 +86,8 @@ QImage painted(const QWidget& like, const QString& number, int sixteenths, const
 
 void setColors(KdCountCtrl& ctrl, const QString& text, const QString& cycle)
 {
-    // The colours of the style sheet arrive with the polishing and would come after ours.
-    ctrl.ensurePolished();
+    // Its colours would come after ours, its ground below what is compared.
+    ctrl.setStyleSheet(QString());
     ctrl.SetTextColor(text);
     ctrl.SetCycleColor(cycle);
 }
@@ -124,6 +124,7 @@ private Q_SLOTS:
 
     void coloursArePropertiesInOrder();
     void coloursComeFromTheStyleSheet();
+    void groundComesFromTheStyleSheet();
     void skinSuppliesBothColours_data();
     void skinSuppliesBothColours();
     void coloursThatAreNoneAreBlack_data();
@@ -460,6 +461,17 @@ void tst_KdCountCtrl::coloursComeFromTheStyleSheet()
 
     QCOMPARE(ctrl.grab().toImage(), painted(ctrl, QStringLiteral("2"), 2880,
                                             {QRect(4, 4, 64, 64), 8, Qt::blue, Qt::green}));
+}
+
+void tst_KdCountCtrl::groundComesFromTheStyleSheet()
+{
+    KdCountCtrl ctrl;
+    ctrl.resize(72, 72);
+    ctrl.setStyleSheet(QStringLiteral("KdCountCtrl { background: #123456; border-radius: 36px; }"));
+    const QImage shown = ctrl.grab().toImage();
+
+    QCOMPARE(shown.pixelColor(36, 12), QColor(0x12, 0x34, 0x56));
+    QCOMPARE(shown.pixelColor(2, 2).alpha(), 0);
 }
 
 void tst_KdCountCtrl::skinSuppliesBothColours_data()
