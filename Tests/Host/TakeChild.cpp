@@ -1,7 +1,9 @@
 #include "TakeMaker.h"
 
+#include <KdVBLModel/KdGst.h>
 #include <KdVBLModel/KdTakeFile.h>
 #include <KdVBLModel/KdTakeJournal.h>
+#include <KdVBLModel/KdTakeWriter.h>
 
 #include <QCoreApplication>
 
@@ -22,27 +24,71 @@ int fail(const QString& error)
     return 1;
 }
 
-int write(const QString& path, bool hasVideo)
+void tell(qint64 ms)
 {
-    gst_init(nullptr, nullptr);
+    std::printf("%lld\n", static_cast<long long>(ms));
+    std::fflush(stdout);
+}
+
+void handOver(GstElement* /*sink*/, GstBuffer* buffer, GstPad* /*pad*/, gpointer writer)
+{
+    auto* const take = static_cast<KdTakeWriter*>(writer);
+    take->push(gst_buffer_ref(buffer));
+    tell(take->framesPushed() * 1000 / take->samplerate());
+}
+
+// As the recorder does it, with a source of our own.
+int writeSound(const QString& path)
+{
+    KdTakeWriter writer;
+    QString error;
+    if (!writer.open(path, {}, false, &error)) {
+        return fail(error);
+    }
+    const auto pipeline = kdSink(gst_pipeline_new(nullptr));
+    GstElement* const source = gst_element_factory_make("audiotestsrc", nullptr);
+    GstElement* const convert = gst_element_factory_make("audioconvert", nullptr);
+    GstElement* const filter = gst_element_factory_make("capsfilter", nullptr);
+    GstElement* const sink = gst_element_factory_make("fakesink", nullptr);
+    g_object_set(source, "is-live", TRUE, "samplesperbuffer", writer.samplerate() / 100, nullptr);
+    gst_util_set_object_arg(G_OBJECT(source), "wave", "pink-noise");
+    g_object_set(filter, "caps", writer.inputCaps(), nullptr);
+    g_object_set(sink, "signal-handoffs", TRUE, nullptr);
+    g_signal_connect(sink, "handoff", G_CALLBACK(handOver), &writer);
+    gst_bin_add_many(GST_BIN(pipeline.get()), source, convert, filter, sink, nullptr);
+    gst_element_link_many(source, convert, filter, sink, nullptr);
+    gst_element_set_state(pipeline.get(), GST_STATE_PLAYING);
+    const KdGstPtr<GstBus> bus(gst_element_get_bus(pipeline.get()));
+    gst_message_unref(
+        gst_bus_timed_pop_filtered(bus.get(), GST_CLOCK_TIME_NONE, GST_MESSAGE_ERROR));
+    gst_element_set_state(pipeline.get(), GST_STATE_NULL);
+    return fail(QStringLiteral("The source failed."));
+}
+
+int writeSoundAndPicture(const QString& path)
+{
     KdTakeFile file;
     KdTakeJournal journal;
     KdTakeRecord record;
     QString error;
     record.takePath = path;
-    record.kind = hasVideo ? KdTakeRecord::Kind::Webcam : KdTakeRecord::Kind::Audio;
+    record.kind = KdTakeRecord::Kind::Webcam;
     if (!file.claim(path, &error) || !journal.begin(record, &error)) {
         return fail(error);
     }
+    file.begun();
     TakeMaker::Take take;
     take.path = path;
-    take.hasVideo = hasVideo;
+    take.hasVideo = true;
     take.isLive = true;
-    take.onCaptured = [](qint64 ms) {
-        std::printf("%lld\n", static_cast<long long>(ms));
-        std::fflush(stdout);
-    };
+    take.onCaptured = tell;
     return fail(TakeMaker::write(take));
+}
+
+int write(const QString& path, bool hasVideo)
+{
+    gst_init(nullptr, nullptr);
+    return hasVideo ? writeSoundAndPicture(path) : writeSound(path);
 }
 
 int claim(const QString& path)
