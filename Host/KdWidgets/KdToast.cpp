@@ -37,7 +37,7 @@ KdToast::KdToast(const QString& text, QWidget* window, const QPixmap& pixmap, in
         icon->setPixmap(pixmap);
         row->addWidget(icon);
     }
-    row->addWidget(new KdWrapLabel(text, kWidestText, kMostLines, this), 1);
+    row->addWidget(new KdWrapLabel(text, kWidestText, kMostLines, this), 1, Qt::AlignVCenter);
     if (window) {
         window->installEventFilter(this);
     }

@@ -63,7 +63,7 @@ void KAudioSettings::initUI(bool withPreview)
     m_pTitle = new KdLabel(this);
     m_pTitle->setFixedHeight(TitleHeight);
     QFont titleFont = m_pTitle->font();
-    titleFont.setWeight(QFont::DemiBold);
+    titleFont.setBold(true);
     m_pTitle->setFont(titleFont);
     m_pLayout->addWidget(m_pTitle);
     m_pEncoder = addRow(QStringLiteral("KAudioSettings_Encoder"));
