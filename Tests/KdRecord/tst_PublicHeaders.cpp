@@ -1,0 +1,62 @@
+#include <Support/KdTestCase.h>
+
+#include <QFile>
+
+/**
+ * That each public header compiles by itself is shown by the build, which compiles each of them
+ * alone; here remains that none is forgotten.
+ */
+class tst_PublicHeaders : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyExportedClassHasAHeaderThatIsCompiledAlone_data()
+    {
+        QTest::addColumn<QString>("header");
+        for (const char* header :
+             {"KdCaptureEngine", "KdAudioRecordHelper", "KdCountCtrl", "KdCountCtrlVideo",
+              "KAudioSettings", "KComboboxExt", "KQuestionLabel", "KAudioRecordPreviewWidget",
+              "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
+              "KRecordVideoAdvancedExposeEvent"}) {
+            QTest::newRow(header) << QStringLiteral("KdRecord/") + QLatin1String(header) +
+                                         QStringLiteral(".h");
+        }
+    }
+
+    void everyExportedClassHasAHeaderThatIsCompiledAlone()
+    {
+        QFETCH(QString, header);
+        QVERIFY(QStringLiteral(KDRECORD_PUBLIC_HEADERS).split(QLatin1Char(',')).contains(header));
+    }
+
+    void noPublicHeaderReachesIntoGStreamerOrPrivateHeaders_data()
+    {
+        QTest::addColumn<QString>("header");
+        const auto headers = QStringLiteral(KDRECORD_PUBLIC_HEADERS).split(QLatin1Char(','));
+        for (const QString& header : headers) {
+            QTest::newRow(qUtf8Printable(header)) << header;
+        }
+    }
+
+    void noPublicHeaderReachesIntoGStreamerOrPrivateHeaders()
+    {
+        QFETCH(QString, header);
+        const QString folder = header.startsWith(QLatin1String("KdRecord/"))
+                                   ? QStringLiteral("/Src/")
+                                   : QStringLiteral("/Host/");
+        QFile file(QStringLiteral(KDRECORD_SOURCE_DIR) + folder + header);
+        QVERIFY2(file.open(QIODevice::ReadOnly), qUtf8Printable(file.fileName()));
+        const QString text = QString::fromUtf8(file.readAll());
+        QVERIFY(text.startsWith(QLatin1String("#pragma once")));
+        QVERIFY(!text.contains(QLatin1String("<gst/")));
+        QVERIFY(!text.contains(QRegularExpression(QStringLiteral("#include.*_p\\.h"))));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_PublicHeaders>(argc, argv);
+}
+
+#include "tst_PublicHeaders.moc"
