@@ -1,0 +1,144 @@
+#include <KdRecord/KdRecordNotices.h>
+
+#include <KdCore/KdDir.h>
+#include <KdRecord/KdMinimumTake.h>
+#include <KdRecord/KdOutputFolderCheck.h>
+#include <KdRecord/KdScreenPixmap.h>
+#include <KdWidgets/KOldMessageDialog.h>
+#include <KdWidgets/KdPopovers.h>
+#include <KdWidgets/KdText.h>
+#include <KdWidgets/KdTipWidget.h>
+#include <KdWidgets/KdToast.h>
+
+#include <QFileInfo>
+
+namespace {
+
+constexpr int kToastBottomMargin = 104;
+constexpr int kTipBelowButton = 10;
+constexpr int kTipScreenMargin = 5;
+constexpr int kLongestShownName = 120;
+
+/** A device may call itself anything; a message must stay readable all the same. */
+QString shownName(const QString& name)
+{
+    const QString line = KdText::singleLine(name);
+    return line.size() > kLongestShownName ? line.left(kLongestShownName) + QChar(0x2026) : line;
+}
+
+} // namespace
+
+/** Counts an open message; the panel, and the count with it, may go meanwhile. */
+class KdRecordNotices::MessageScope
+{
+public:
+    explicit MessageScope(KdRecordNotices& notices)
+        : m_panel(notices.m_pPanel), m_openMessages(notices.m_nOpenMessages)
+    {
+        ++m_openMessages;
+    }
+
+    ~MessageScope()
+    {
+        if (m_panel) {
+            --m_openMessages;
+        }
+    }
+
+private:
+    Q_DISABLE_COPY(MessageScope)
+
+    QPointer<QWidget> m_panel;
+    int& m_openMessages;
+};
+
+KdRecordNotices::KdRecordNotices(QWidget* panel) : m_pPanel(panel) {}
+
+int KdRecordNotices::runModal(const std::function<int()>& modal)
+{
+    const MessageScope scope(*this);
+    return modal();
+}
+
+void KdRecordNotices::inform(const QString& text)
+{
+    const MessageScope scope(*this);
+    KOldMessageDialog::Infomation(text, m_pPanel);
+}
+
+void KdRecordNotices::tellNoDevice()
+{
+    inform(tr("No Device"));
+}
+
+void KdRecordNotices::tellStartFailed()
+{
+    inform(tr("Unable to record due to an issue with the device."));
+}
+
+void KdRecordNotices::tellTooShort()
+{
+    const MessageScope scope(*this);
+    KdMinimumTake::tellTooShort(m_pPanel);
+}
+
+void KdRecordNotices::tellNotSaved(const QString& path)
+{
+    if (KdDir::IsPathWriteAndReadable(QFileInfo(path).path())) {
+        tellStartFailed();
+        return;
+    }
+    const MessageScope scope(*this);
+    KdOutputFolderCheck::tellNoPermission(m_pPanel);
+}
+
+void KdRecordNotices::tellDeviceLost(const QString& name)
+{
+    inform(tr("Audio device %1 connection lost.").arg(shownName(name)));
+}
+
+void KdRecordNotices::showPaused(bool isPaused)
+{
+    if (m_pPaused) {
+        m_pPaused->close();
+    }
+    if (isPaused) {
+        const QString icon = QStringLiteral(":/Resource/icon24_toast_info.png");
+        m_pPaused = KdToast::showToast(
+            m_pPanel, tr("Recording is paused. Click Resume to continue recording."),
+            KdScreenPixmap::load(icon, m_pPanel->devicePixelRatioF()), kToastBottomMargin);
+    }
+}
+
+void KdRecordNotices::showAdded(const QWidget* button)
+{
+    auto* const tip = KdTipWidget::creatTipWidget(
+        KdTipWidget::InfoTip, KdTipWidget::ArrowUp, m_pPanel,
+        tr("Your audio has been added to the timeline and media library."), 0);
+    tip->setAttribute(Qt::WA_DeleteOnClose);
+    tip->transToArrowPos(button->mapToGlobal(QPoint(0, button->height() + kTipBelowButton)));
+    tip->OnShow(kTipScreenMargin);
+}
+
+void KdRecordNotices::askReRecord(QWidget* anchor, const std::function<void()>& confirmed)
+{
+    if (m_pReRecord) {
+        return;
+    }
+    const KdPopovers::ConfirmTexts texts{tr("Re-recording will overwrite the already recorded "
+                                            "content, are you sure?"),
+                                         tr("Cancel"), tr("Re-record")};
+    m_pReRecord = KdPopovers::showConfirm(anchor, texts, [confirmed](bool isConfirmed) {
+        if (isConfirmed) {
+            confirmed();
+        }
+    });
+}
+
+void KdRecordNotices::closeTakeNotices()
+{
+    showPaused(false);
+    if (m_pReRecord) {
+        m_pReRecord->close();
+    }
+}
