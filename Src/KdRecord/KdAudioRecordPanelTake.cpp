@@ -1,0 +1,474 @@
+// The panel's way through a take: countdown, recording, pause, re-recording, end.
+
+#include <KdRecord/KdAudioRecordPanel.h>
+
+#include <KdAppSettings/KdAppSettings.h>
+#include <KdCore/KdBaseLog.h>
+#include <KdRecord/KRecordSettingParam.h>
+#include <KdRecord/KdAudioDeviceBoxes.h>
+#include <KdRecord/KdAudioRecordHelper.h>
+#include <KdRecord/KdAudioRecordPanelUi.h>
+#include <KdRecord/KdAudioTakeParams.h>
+#include <KdRecord/KdCountCtrl.h>
+#include <KdRecord/KdTakePath.h>
+#include <KdRecord/KdTakeTime.h>
+#include <KdWidgets/KdAudioVolumeWidget.h>
+#include <KdWidgets/KdDoubleSpinBox.h>
+#include <KdWidgets/KdLabel.h>
+#include <KdWidgets/KdToolButton.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace {
+
+constexpr int kDefaultCountdown = 3;
+
+KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
+{
+    return {"Src/KdRecord/KdAudioRecordPanel", function, line};
+}
+
+QString voiceFolder()
+{
+    return KdAppSettings::GetInstance()
+        ->GetSettings()
+        ->GetFolderSettings()
+        ->GetRecorderVoiceFolder();
+}
+
+} // namespace
+
+bool KdAudioRecordPanel::isTakeRunning() const
+{
+    return m_pRecorderHelper && !m_strOutputFile.isEmpty();
+}
+
+// Start and stop
+
+void KdAudioRecordPanel::startFromOutside()
+{
+    if (m_notices.isAsking()) {
+        return;
+    }
+    if (!m_pUi->startStop->isChecked()) {
+        m_pUi->startStop->setChecked(true);
+        slotOnStartStopClicked();
+    } else if (isTakeRunning() && m_pUi->pause->isChecked()) {
+        // Starting anew would end the paused take without a word to the host.
+        m_pUi->pause->click();
+    }
+}
+
+void KdAudioRecordPanel::stopFromOutside()
+{
+    m_pUi->stop->setChecked(true);
+    slotStopButtonClicked();
+}
+
+void KdAudioRecordPanel::slotSpaceShortcutActivated()
+{
+    if (!m_notices.isAsking() && (m_pDevices->hasDevice() || m_pUi->startStop->isChecked())) {
+        toggleStart("KdAudioRecordPanel::slotSpaceShortcutActivated");
+    }
+}
+
+void KdAudioRecordPanel::slotStopButtonClicked()
+{
+    if (!m_notices.isAsking()) {
+        toggleStart("KdAudioRecordPanel::slotStopButtonClicked");
+    }
+}
+
+void KdAudioRecordPanel::slotCountViewPressed(QPoint globalPos)
+{
+    const KdToolButton* const start = m_pUi->startStop;
+    const QRect place(start->mapToGlobal(QPoint(0, 0)), start->size());
+    if (!m_notices.isAsking() && place.contains(globalPos)) {
+        toggleStart("KdAudioRecordPanel::slotCountViewPressed");
+    }
+}
+
+void KdAudioRecordPanel::toggleStart(const char* function)
+{
+    m_pUi->startStop->setChecked(!m_pUi->startStop->isChecked());
+    KdBaseLog::write(KdBaseLog::Info, source(function), "The record button is checked: %d",
+                     m_pUi->startStop->isChecked());
+    slotOnStartStopClicked();
+}
+
+void KdAudioRecordPanel::slotOnStartStopClicked()
+{
+    KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotOnStartStopClicked"),
+                     "The record button was pressed");
+    placeCountdown();
+    const QPointer<KdAudioRecordPanel> self(this);
+    const bool isStart = m_pUi->startStop->isChecked();
+    if (isStart && !m_pDevices->hasDevice()) {
+        refuseWithoutDevice();
+    } else if (isStart && isFolderUsable()) {
+        launchCountdown();
+    } else if (self) {
+        leaveTake();
+    }
+    if (self) {
+        showStartState();
+    }
+}
+
+void KdAudioRecordPanel::refuseWithoutDevice()
+{
+    const QPointer<KdAudioRecordPanel> self(this);
+    m_notices.tellNoDevice();
+    if (self) {
+        m_pUi->startStop->setChecked(false);
+        Q_EMIT sigStartRecordBtnClick();
+    }
+}
+
+bool KdAudioRecordPanel::isFolderUsable()
+{
+    if (!m_pRecorderHelper) {
+        return false;
+    }
+    const QPointer<KdAudioRecordPanel> self(this);
+    const int isUsable = m_notices.runModal(
+        [this] { return m_folderCheck.mayRecordInto(voiceFolder(), this) ? 1 : 0; });
+    return isUsable && self && m_pRecorderHelper;
+}
+
+void KdAudioRecordPanel::launchCountdown()
+{
+    m_pUi->time->setText(KdTakeTime::toText(0));
+    m_pUi->countdown->show();
+    m_pUi->stop->setChecked(false);
+    m_pUi->stop->show();
+    m_pUi->countdown->SetCount(countdownSeconds());
+    m_pUi->countdown->Start();
+    Q_EMIT sigStartRecordBtnClick();
+}
+
+void KdAudioRecordPanel::leaveTake()
+{
+    m_pUi->startStop->setChecked(false);
+    if (m_pUi->countdown->isActive()) {
+        m_pUi->countdown->Abort();
+    } else {
+        const QPointer<KdAudioRecordPanel> self(this);
+        StopRecord(false);
+        if (!self) {
+            KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotOnStartStopClicked"),
+                             "stopAudioRecord has been delete widget");
+            return;
+        }
+    }
+    m_pUi->time->setText(KdTakeTime::toText(0));
+    if (!m_strOutputFile.isEmpty() && !QFile::exists(m_strOutputFile)) {
+        m_notices.showAdded(m_pUi->startStop);
+    }
+    hideCountdown();
+}
+
+void KdAudioRecordPanel::showStartState()
+{
+    const bool isChecked = m_pUi->startStop->isChecked();
+    showStartTip();
+    SetEnable(!isChecked);
+    showTakeButtons(false);
+    enableStart();
+    KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotOnStartStopClicked"), "%d",
+                     isChecked);
+}
+
+void KdAudioRecordPanel::SetEnable(bool enable)
+{
+    KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::SetEnable"),
+                     "The settings are enabled: %d", enable);
+    m_pUi->setSettingsEnabled(enable);
+    m_pUi->setTimeEnabled(!enable);
+    m_mainWindowLock.setLocked(!enable);
+}
+
+void KdAudioRecordPanel::showTakeButtons(bool visible)
+{
+    m_pUi->setTakeButtonsVisible(visible);
+    if (!visible) {
+        m_pUi->meter->setVolume(0.0);
+        m_notices.closeTakeNotices();
+    }
+}
+
+// Countdown
+
+int KdAudioRecordPanel::countdownSeconds() const
+{
+    const QString text = m_pUi->seconds->editText();
+    return text.isEmpty() ? kDefaultCountdown : m_pUi->seconds->locale().toInt(text);
+}
+
+void KdAudioRecordPanel::placeCountdown()
+{
+    const QPoint centre = m_pUi->startStop->mapToGlobal(m_pUi->startStop->rect().center());
+    m_pUi->countdown->move(centre - m_pUi->countdown->rect().center());
+}
+
+void KdAudioRecordPanel::hideCountdown()
+{
+    m_pUi->countdown->hide();
+    m_pUi->stop->hide();
+}
+
+void KdAudioRecordPanel::slotCountViewFinished()
+{
+    hideCountdown();
+    const QPointer<KdAudioRecordPanel> self(this);
+    const bool isRecording = StartRecord(false);
+    if (!self) {
+        return;
+    }
+    SetEnable(!isRecording);
+    showTakeButtons(isRecording);
+    if (!isRecording) {
+        KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotCountViewFinished"),
+                         "No recording began");
+        m_strOutputFile.clear();
+        m_pUi->startStop->setChecked(false);
+        showStartTip();
+        enableStart();
+    }
+}
+
+// Recording
+
+bool KdAudioRecordPanel::StartRecord(bool bReStart)
+{
+    if (!m_pRecorderHelper) {
+        return false;
+    }
+    m_pUi->pause->setChecked(false);
+    showPauseTip();
+    m_strOutputFile = freeTakePath();
+    m_pRecorderHelper->setAudioRecordParams(takeParams());
+    if (!m_pRecorderHelper->start()) {
+        failStart();
+        return false;
+    }
+    m_elapsed.restart();
+    m_nDurationSec = 0;
+    m_strTakeDevice = m_pDevices->currentName();
+    rememberChoices();
+    if (bReStart) {
+        dropTimeOfFormerTake();
+    }
+    const QPointer<KdAudioRecordPanel> self(this);
+    Q_EMIT sigStartCapture(bReStart);
+    return self && isTakeRunning();
+}
+
+QString KdAudioRecordPanel::freeTakePath() const
+{
+    const auto isTaken = [this](const QString& path) {
+        const QFileInfo file(path);
+        return path == m_strOutputFile || file.exists() || file.isSymLink();
+    };
+    return KdTakePath::composeFree(voiceFolder(), QStringLiteral("/REC_%1.m4a"), m_localTime(),
+                                   isTaken);
+}
+
+KdVBLMODEL::_KdAudioRecordParams KdAudioRecordPanel::takeParams() const
+{
+    const KdAudioTakeParams::Input input{m_pDevices->currentRow(), m_strOutputFile,
+                                         m_pRecorderHelper->getBitsPerSample(),
+                                         m_pRecorderHelper->getAudioVolume()};
+    return KdAudioTakeParams::compose(
+        input, *KdAppSettings::GetInstance()->GetSettings()->GetAudioAdvanceSettings());
+}
+
+void KdAudioRecordPanel::rememberChoices()
+{
+    KRecordSettingData choices;
+    choices.selectedAudioDeviceName = m_strTakeDevice;
+    choices.countdown = countdownSeconds();
+    // The store always takes this one.
+    choices.recordPreview = KRecordSettingParam::instance()->data().recordPreview;
+    KRecordSettingParam::instance()->setData(choices);
+}
+
+void KdAudioRecordPanel::failStart()
+{
+    // Whoever closes the panel from here on must not be told of a take.
+    m_strOutputFile.clear();
+    m_elapsed.invalidate();
+    const QPointer<KdAudioRecordPanel> self(this);
+    Q_EMIT sigStartCaptureFailed();
+    if (!self || !m_pRecorderHelper) {
+        return;
+    }
+    m_pRecorderHelper->stop();
+    m_pRecorderHelper->resume();
+    m_notices.tellStartFailed();
+}
+
+void KdAudioRecordPanel::slotCaptureTime(qint64 miliseconds)
+{
+    // Reports are queued: some arrive when their take is over.
+    if (!isTakeRunning() || !m_bTakesTime) {
+        return;
+    }
+    m_nDurationSec = KdTakeTime::toWholeSeconds(miliseconds);
+    m_pUi->time->setText(KdTakeTime::toText(m_nDurationSec));
+    Q_EMIT sigCaptureDoing(KdTakeTime::toFrames(miliseconds, m_projectFps));
+}
+
+void KdAudioRecordPanel::slotCaptureVolume(int volume)
+{
+    if (isTakeRunning()) {
+        m_pUi->meter->setVolume(volume);
+    }
+}
+
+void KdAudioRecordPanel::slotPauseContinue()
+{
+    if (!isTakeRunning()) {
+        return;
+    }
+    // The click has toggled the button already.
+    const bool isPause = m_pUi->pause->isChecked();
+    const QPointer<KdAudioRecordPanel> self(this);
+    if (isPause) {
+        Q_EMIT sigPause();
+    } else {
+        Q_EMIT sigResume();
+    }
+    if (!self || !m_pRecorderHelper) {
+        return;
+    }
+    if (isPause) {
+        m_pRecorderHelper->pause();
+    } else {
+        m_pRecorderHelper->resume();
+    }
+    showPauseTip();
+    m_pUi->pause->setProperty("WITH_SHORTCUT", false);
+    m_notices.showPaused(isPause);
+}
+
+// Re-recording
+
+void KdAudioRecordPanel::slotReRecord()
+{
+    if (!isTakeRunning()) {
+        return;
+    }
+    const QPointer<KdAudioRecordPanel> self(this);
+    m_notices.askReRecord(m_pUi->reRecord, [self] {
+        if (self && self->isTakeRunning()) {
+            self->startOverTake();
+        }
+    });
+}
+
+void KdAudioRecordPanel::startOverTake()
+{
+    const QString former = m_strOutputFile;
+    const QPointer<KdAudioRecordPanel> self(this);
+    const bool isRecording = StartRecord(true);
+    QFile::remove(former);
+    if (self && !isRecording) {
+        giveUpTake();
+    }
+}
+
+void KdAudioRecordPanel::dropTimeOfFormerTake()
+{
+    // The former take's last reports are queued already, so they come before this one.
+    m_bTakesTime = false;
+    QMetaObject::invokeMethod(
+        this, [this] { m_bTakesTime = true; }, Qt::QueuedConnection);
+    m_pUi->time->setText(KdTakeTime::toText(0));
+}
+
+void KdAudioRecordPanel::giveUpTake()
+{
+    // The slot that was told of the start may have stopped the take or closed the panel already.
+    if (!m_pRecorderHelper || !m_pUi->startStop->isChecked()) {
+        return;
+    }
+    m_pUi->startStop->setChecked(false);
+    m_pUi->time->setText(KdTakeTime::toText(0));
+    showStartState();
+    reportTake(false);
+}
+
+// The end of a take
+
+void KdAudioRecordPanel::StopRecord(bool fromUi)
+{
+    if (!m_pRecorderHelper) {
+        return;
+    }
+    const QPointer<KdAudioRecordPanel> self(this);
+    const bool isFinished = endRecording(fromUi);
+    if (self && m_pRecorderHelper) {
+        reportTake(isFinished);
+    }
+}
+
+bool KdAudioRecordPanel::endRecording(bool fromUi)
+{
+    if (!fromUi) {
+        return m_pRecorderHelper->stop();
+    }
+    bool isFinished = true;
+    if (m_pUi->countdown->isActive()) {
+        m_pUi->countdown->Abort();
+        hideCountdown();
+    } else if (m_pUi->startStop->isChecked()) {
+        isFinished = m_pRecorderHelper->stop();
+    }
+    Q_EMIT sigEndCapture();
+    return isFinished;
+}
+
+void KdAudioRecordPanel::reportTake(bool isFinished)
+{
+    const int channels = m_pRecorderHelper->getChannels();
+    const int bits = m_pRecorderHelper->getBitsPerSample();
+    const int seconds = std::exchange(m_nDurationSec, 0);
+    const bool isTooShort = m_elapsed.isTooShort();
+    m_elapsed.invalidate();
+    m_strLastFile = std::exchange(m_strOutputFile, QString());
+    // The list may show another device by now, when this one was unplugged.
+    const QString device = m_strLastFile.isEmpty() ? m_pDevices->currentName() : m_strTakeDevice;
+
+    const QPointer<KdAudioRecordPanel> self(this);
+    if (isTooShort) {
+        QFile::remove(std::exchange(m_strLastFile, QString()));
+        m_notices.tellTooShort();
+    } else if (!m_strLastFile.isEmpty() && !(isFinished && QFile::exists(m_strLastFile))) {
+        m_notices.tellNotSaved(std::exchange(m_strLastFile, QString()));
+    }
+    if (self) {
+        Q_EMIT sigCaptureFinished(m_strLastFile, channels, bits, seconds, device);
+    }
+}
+
+void KdAudioRecordPanel::handleDeviceLost(int status, int deviceIdx)
+{
+    KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotDeviceStatusChanged"),
+                     "status: %d, deviceIdx: %d, record status: %d", status, deviceIdx,
+                     static_cast<int>(m_pRecorderHelper->curStatus()));
+    KdVBLMODEL::KdCaptureDevInfo lost;
+    m_pRecorderHelper->getCurrentDeviceInfo(lost);
+    // The list was perhaps rebuilt without the device, which made another one the current one.
+    const QString name = isTakeRunning() ? m_strTakeDevice : lost.name;
+    const QPointer<KdAudioRecordPanel> self(this);
+    if (m_pUi->startStop->isChecked()) {
+        slotStopButtonClicked();
+    }
+    if (self && m_pRecorderHelper) {
+        m_notices.tellDeviceLost(name);
+    }
+}

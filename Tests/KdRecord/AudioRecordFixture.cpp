@@ -1,0 +1,183 @@
+#include "AudioRecordFixture.h"
+
+#include <KdAppSettings/KdAppSettings.h>
+#include <KdRecord/KRecordSettingParam.h>
+#include <KdRecord/KdCountCtrl.h>
+#include <KdVBLModel/KdProject.h>
+#include <KdVBLModel/KdTrackEventLog.h>
+#include <KdZentraCore/KdUtility.h>
+#include <KdZentraCore/KdWindowsApi.h>
+
+#include <QDir>
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace KdVBLMODEL;
+
+void AudioRecordFixture::init()
+{
+    KdTestCase::init();
+    answers = std::make_unique<WindowAnswers>();
+    engine = std::make_unique<ScriptedEngine>();
+    engine->script().take = QByteArrayLiteral("sound");
+    setMicrophones({QStringLiteral("Mic A"), QStringLiteral("Mic B")});
+    KRecordSettingParam::instance()->release();
+    KdAppSettings::GetInstance()->Load();
+    setVoiceFolder(temporaryPath(QStringLiteral("takes")));
+    IKdProjectManager::getInstance()->setFrameRate(KdFrameRate::Fps25);
+    KdTrackEventLog::clear();
+    mainWindow = std::make_unique<QWidget>();
+    mainWindow->setObjectName(QStringLiteral("Host"));
+    KdUtility::gSetMainWindow(mainWindow.get());
+    signalTexts.clear();
+    finishedPath.clear();
+    nowMs = 1000000;
+    localTime = QDateTime(QDate(2026, 3, 9), QTime(8, 5, 7));
+}
+
+void AudioRecordFixture::cleanup()
+{
+    answers.reset();
+    delete window;
+    mainWindow.reset();
+    engine.reset();
+    KdTestCase::cleanup();
+}
+
+void AudioRecordFixture::showPanel()
+{
+    window = new QWidget;
+    auto* const column = new QVBoxLayout(window);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* const made = new KdAudioRecordPanel(window);
+    column->addWidget(made);
+    adopt(made);
+    window->setFixedSize(480, 408);
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+}
+
+void AudioRecordFixture::adopt(KdAudioRecordPanel* made)
+{
+    panel = made;
+    panel->setTakeClock([this] { return nowMs; });
+    panel->setLocalTime([this] { return localTime; });
+    recordSignals();
+}
+
+void AudioRecordFixture::recordSignals()
+{
+    using Panel = KdAudioRecordPanel;
+    const auto note = [this](const QString& text) { signalTexts.append(text); };
+    connect(panel, &Panel::sigClose, this, [note] { note(QStringLiteral("sigClose")); });
+    connect(panel, &Panel::sigEndCapture, this, [note] { note(QStringLiteral("sigEndCapture")); });
+    connect(panel, &Panel::sigPause, this, [note] { note(QStringLiteral("sigPause")); });
+    connect(panel, &Panel::sigResume, this, [note] { note(QStringLiteral("sigResume")); });
+    connect(panel, &Panel::sigStartCaptureFailed, this,
+            [note] { note(QStringLiteral("sigStartCaptureFailed")); });
+    connect(panel, &Panel::sigStartRecordBtnClick, this,
+            [note] { note(QStringLiteral("sigStartRecordBtnClick")); });
+    connect(panel, &Panel::sigMute, this,
+            [note](bool mute) { note(QStringLiteral("sigMute(%1)").arg(mute)); });
+    connect(panel, &Panel::sigStartCapture, this,
+            [note](bool again) { note(QStringLiteral("sigStartCapture(%1)").arg(again)); });
+    connect(panel, &Panel::sigCaptureDoing, this,
+            [note](qint64 frames) { note(QStringLiteral("sigCaptureDoing(%1)").arg(frames)); });
+    connect(panel, &Panel::sigCaptureFinished, this,
+            [this, note](const QString& path, int channels, int bits, int seconds,
+                         const QString& device) {
+                finishedPath = path;
+                const QString numbers =
+                    QStringLiteral("%1, %2, %3").arg(channels).arg(bits).arg(seconds);
+                note(QStringLiteral("sigCaptureFinished(") +
+                     (path.isEmpty() ? QString() : QStringLiteral("path")) + QStringLiteral(", ") +
+                     numbers + QStringLiteral(", ") + device + QLatin1Char(')'));
+            });
+}
+
+void AudioRecordFixture::setMicrophones(const QStringList& names)
+{
+    QList<_KdCaptureDevInf> devices;
+    for (const QString& name : names) {
+        const int index = devices.size();
+        devices.append({kdtMicrophone, index, name, QStringLiteral("id-") + name});
+    }
+    engine->script().microphones = devices;
+}
+
+void AudioRecordFixture::setVoiceFolder(const QString& folder)
+{
+    KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(folder);
+}
+
+QString AudioRecordFixture::voiceFolder() const
+{
+    return KdAppSettings::GetInstance()
+        ->GetSettings()
+        ->GetFolderSettings()
+        ->GetRecorderVoiceFolder();
+}
+
+void AudioRecordFixture::click(const char* name, const TestPlace& place)
+{
+    DialogDriver::click(*panel, QLatin1String(name), place);
+}
+
+QString AudioRecordFixture::timeText() const
+{
+    return control<QLabel>("KAudioCapture_TimeLabel")->text();
+}
+
+bool AudioRecordFixture::isCountingDown() const
+{
+    return control<KdCountCtrl>("KAudioCapture_Countdown")->isActive();
+}
+
+bool AudioRecordFixture::isLocked() const
+{
+    return !KdWindowsApi::IsWindowsEnableApi(mainWindow->winId());
+}
+
+QString AudioRecordFixture::startTake()
+{
+    click(kStart);
+    const bool isRecording =
+        DialogDriver::waitUntil([this] { return panel && panel->status() == fcsRecording; },
+                                QStringLiteral("the recording"));
+    return isRecording ? engine->lastCall("setOutputFile").argument<QString>(0) : QString();
+}
+
+void AudioRecordFixture::stopTake()
+{
+    click(kStart);
+    DialogDriver::waitUntil([this] { return !panel || panel->status() == fcsNoStart; },
+                            QStringLiteral("the end of the recording"));
+}
+
+void AudioRecordFixture::pressKey(int key, Qt::KeyboardModifiers modifiers)
+{
+    QWidget* const focused = QApplication::focusWidget();
+    QTest::keyClick(focused ? focused : window.data(), static_cast<Qt::Key>(key), modifiers);
+    drain();
+}
+
+bool AudioRecordFixture::waitForRebuild(int formerCount)
+{
+    return DialogDriver::waitUntil(
+        [this, formerCount] { return engine->count("getDevices") > formerCount; },
+        QStringLiteral("the device list's rebuilding"));
+}
+
+QStringList AudioRecordFixture::takes() const
+{
+    return QDir(voiceFolder()).entryList(QDir::Files, QDir::Name);
+}
+
+void AudioRecordFixture::drain()
+{
+    // Posted events come in the order posted, so whatever was posted before has been delivered.
+    bool isOver = false;
+    QMetaObject::invokeMethod(
+        qApp, [&isOver] { isOver = true; }, Qt::QueuedConnection);
+    QTRY_VERIFY(isOver);
+}
