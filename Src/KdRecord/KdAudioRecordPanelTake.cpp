@@ -113,7 +113,7 @@ void KdAudioRecordPanel::slotOnStartStopClicked()
     } else if (self) {
         leaveTake();
     }
-    if (self) {
+    if (self && m_pRecorderHelper) {
         showStartState();
     }
 }

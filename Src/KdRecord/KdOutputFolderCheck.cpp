@@ -4,6 +4,7 @@
 #include <KdWidgets/KOldMessageDialog.h>
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -19,8 +20,8 @@ KdOutputFolderCheck::KdOutputFolderCheck(FreeMegabytes freeMegabytes)
 
 KdOutputFolderCheck::Verdict KdOutputFolderCheck::examine(const QString& folder) const
 {
-    QDir().mkpath(folder);
-    if (!KdDir::IsPathWriteAndReadable(folder)) {
+    const bool isThere = !folder.isEmpty() && (QFileInfo::exists(folder) || QDir().mkpath(folder));
+    if (!isThere || !KdDir::IsPathWriteAndReadable(folder)) {
         return NoPermission;
     }
     const qint64 free = m_freeMegabytes(folder);

@@ -1,0 +1,490 @@
+#include "AudioRecordFixture.h"
+
+#include <KdAppSettings/KdAppSettings.h>
+#include <KdRecord/KdAudioRecordHelper.h>
+#include <KdZentraCore/KdUtility.h>
+#include <KdZentraCore/KdWindowsApi.h>
+
+#include <QDir>
+#include <QDoubleSpinBox>
+#include <QFile>
+
+using namespace KdVBLMODEL;
+
+namespace {
+
+using Action = std::function<void()>;
+using Connector = std::function<void(KdAudioRecordPanel*, const Action&)>;
+
+template <typename Signal>
+Connector onSignal(Signal signal)
+{
+    return [signal](KdAudioRecordPanel* panel, const Action& action) {
+        QObject::connect(panel, signal, panel, [action] { action(); });
+    };
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Connector)
+
+/** Closing the voice-over panel and destroying it at any moment. */
+class tst_KdAudioRecordPanelLife : public AudioRecordFixture
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void closingWithoutATakeReportsAnEmptyPath();
+    void closingDuringTheCountdownAbortsIt();
+    void closingInMidTakeDeliversTheFile_data();
+    void closingInMidTakeDeliversTheFile();
+    void closingInMidTakeThatIsTooShortSaysSo();
+    void closingTwiceIsHarmless();
+    void closedPanelDoesNothing();
+    void closingSavesTheSettings();
+    void okClosesThroughItsOwner();
+
+    void destroyedInAnyState_data();
+    void destroyedInAnyState();
+    void destroyedInsideASignal_data();
+    void destroyedInsideASignal();
+    void deletedLaterFromTheShowing();
+    void destroyedInsideAMessage_data();
+    void destroyedInsideAMessage();
+    void closedInsideTheMessageOfItsOwnClosing();
+
+    void panelWithoutParentOrMainWindow();
+    void mainWindowDestroyedInMidTake();
+    void engineWithoutARecorderIsSurvived();
+
+private:
+    void makeTakeLong() { passTime(5000); }
+    void reachState(const QString& state);
+    void trigger(const QString& what);
+    void leaveBy(const QString& way);
+};
+
+void tst_KdAudioRecordPanelLife::closingWithoutATakeReportsAnEmptyPath()
+{
+    showPanel();
+    signalTexts.clear();
+    panel->close();
+    const QStringList expected{QStringLiteral("sigEndCapture"),
+                               QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)")};
+    QCOMPARE(signalTexts, expected);
+    QCOMPARE(engine->count("stop"), 0);
+    QCOMPARE(answers->messages(), QStringList());
+    QCOMPARE(engine->alive(), 0);
+}
+
+void tst_KdAudioRecordPanelLife::closingDuringTheCountdownAbortsIt()
+{
+    showPanel();
+    reachState(QStringLiteral("counting"));
+    signalTexts.clear();
+    panel->close();
+    QVERIFY(!isCountingDown());
+    QVERIFY(!isLocked());
+    const QStringList expected{QStringLiteral("sigEndCapture"),
+                               QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)")};
+    QCOMPARE(signalTexts, expected);
+    QCOMPARE(engine->count("start"), 0);
+}
+
+void tst_KdAudioRecordPanelLife::closingInMidTakeDeliversTheFile_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::newRow("recording") << QStringLiteral("recording");
+    QTest::newRow("paused") << QStringLiteral("paused");
+}
+
+void tst_KdAudioRecordPanelLife::closingInMidTakeDeliversTheFile()
+{
+    QFETCH(QString, state);
+    showPanel();
+    reachState(state);
+    makeTakeLong();
+    engine->deliverTime(5000);
+    drain();
+    signalTexts.clear();
+    engine->clearCalls();
+    panel->close();
+    const QStringList expected{QStringLiteral("sigEndCapture"),
+                               QStringLiteral("sigCaptureFinished(path, 2, 16, 5, Mic A)")};
+    QCOMPARE(signalTexts, expected);
+    QVERIFY(QFile::exists(finishedPath));
+    QVERIFY(!isLocked());
+    // Finished first, then detached, then released.
+    const QStringList commands = engine->commands();
+    QCOMPARE(commands.first(), QStringLiteral("stop()"));
+    QCOMPARE(commands.mid(1, 3), (QStringList{QStringLiteral("setCallbackSwitch3(false)"),
+                                              QStringLiteral("setCallbackSwitch2(false)"),
+                                              QStringLiteral("setCallbackSwitch1(false)")}));
+    QCOMPARE(commands.last(), QStringLiteral("release()"));
+    QCOMPARE(engine->alive(), 0);
+}
+
+void tst_KdAudioRecordPanelLife::closingInMidTakeThatIsTooShortSaysSo()
+{
+    showPanel();
+    reachState(QStringLiteral("recording"));
+    answers->answerMessage(QDialogButtonBox::Ok);
+    panel->close();
+    QCOMPARE(answers->messages(),
+             QStringList{QStringLiteral("The recording is too short. Data cannot be saved.")});
+    QCOMPARE(signalTexts.last(), QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)"));
+    QCOMPARE(takes(), QStringList());
+}
+
+void tst_KdAudioRecordPanelLife::closingTwiceIsHarmless()
+{
+    showPanel();
+    panel->close();
+    signalTexts.clear();
+    panel->close();
+    QCOMPARE(signalTexts, QStringList());
+    QCOMPARE(engine->released(), 1);
+}
+
+void tst_KdAudioRecordPanelLife::closedPanelDoesNothing()
+{
+    showPanel();
+    panel->close();
+    signalTexts.clear();
+    engine->clearCalls();
+    QCOMPARE(panel->status(), fcsNoStart);
+    panel->startFromOutside();
+    panel->stopFromOutside();
+    pressKey(Qt::Key_Space);
+    button("KAudioCapture_ButtonRefresh")->click();
+    button(kPause)->click();
+    button(kReRecord)->click();
+    QCOMPARE(engine->calls(), QStringList());
+    QVERIFY(!isCountingDown());
+    QVERIFY(!signalTexts.join(QLatin1Char(' ')).contains(QStringLiteral("sigStart")));
+}
+
+void tst_KdAudioRecordPanelLife::closingSavesTheSettings()
+{
+    showPanel();
+    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(4);
+    panel->close();
+    KdAppSettings::GetInstance()->Load();
+    QCOMPARE(KdAppSettings::GetInstance()
+                 ->GetSettings()
+                 ->GetGeneralSettings()
+                 ->GetRecordAudioCountdown(),
+             4);
+}
+
+void tst_KdAudioRecordPanelLife::okClosesThroughItsOwner()
+{
+    showPanel();
+    signalTexts.clear();
+    click(kOk);
+    QCOMPARE(signalTexts, QStringList{QStringLiteral("sigClose")});
+    QVERIFY(panel->isVisible());
+}
+
+void tst_KdAudioRecordPanelLife::reachState(const QString& state)
+{
+    auto* const seconds = control<QDoubleSpinBox>("KAudioCapture_CountdownBox");
+    if (state == QLatin1String("counting")) {
+        seconds->setValue(9);
+        click(kStart);
+    } else if (state != QLatin1String("idle")) {
+        startTake();
+    }
+    if (state == QLatin1String("paused")) {
+        click(kPause);
+    } else if (state == QLatin1String("asking")) {
+        click(kReRecord);
+    }
+}
+
+void tst_KdAudioRecordPanelLife::destroyedInAnyState_data()
+{
+    QTest::addColumn<QString>("state");
+    for (const char* state : {"idle", "counting", "recording", "paused", "asking"}) {
+        QTest::newRow(state) << QString::fromLatin1(state);
+    }
+}
+
+void tst_KdAudioRecordPanelLife::destroyedInAnyState()
+{
+    QFETCH(QString, state);
+    showPanel();
+    reachState(state);
+    // Reports that are on their way reach no one.
+    engine->deliverTime(3000);
+    engine->deliverDevice(4, 0);
+    delete window;
+    QVERIFY(!panel);
+    drain();
+    QCOMPARE(engine->alive(), 0);
+    QVERIFY(!isLocked());
+}
+
+void tst_KdAudioRecordPanelLife::trigger(const QString& what)
+{
+    if (what == QLatin1String("start")) {
+        button(kStart)->click();
+    } else if (what == QLatin1String("no device")) {
+        setMicrophones({});
+        button("KAudioCapture_ButtonRefresh")->click();
+        panel->startFromOutside();
+    } else if (what == QLatin1String("refused")) {
+        setVoiceFolder(QString());
+        QFile file(temporaryPath(QStringLiteral("file")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        setVoiceFolder(file.fileName());
+        button(kStart)->click();
+    } else if (what == QLatin1String("failed start")) {
+        engine->fail("start");
+        button(kStart)->click();
+        QTRY_VERIFY(engine->count("start") > 0);
+    } else if (what == QLatin1String("take")) {
+        button(kStart)->click();
+        QTRY_VERIFY(engine->count("start") > 0);
+    } else if (what == QLatin1String("stop")) {
+        startTake();
+        makeTakeLong();
+        click(kStart);
+    } else if (what == QLatin1String("short stop")) {
+        startTake();
+        click(kStart);
+    } else if (what == QLatin1String("lost")) {
+        startTake();
+        makeTakeLong();
+        engine->deliverDevice(4, 0);
+        drain();
+    } else if (what == QLatin1String("file gone")) {
+        QVERIFY(QFile::remove(startTake()));
+        makeTakeLong();
+        click(kStart);
+    } else if (what == QLatin1String("close")) {
+        startTake();
+        makeTakeLong();
+        panel->close();
+    } else if (what == QLatin1String("short close")) {
+        startTake();
+        panel->close();
+    } else if (what == QLatin1String("time")) {
+        startTake();
+        engine->deliverTime(1000);
+        drain();
+    } else if (what == QLatin1String("mute")) {
+        click("KAudioCapture_MuteBox");
+    } else if (what == QLatin1String("pause")) {
+        startTake();
+        click(kPause);
+    } else if (what == QLatin1String("resume")) {
+        startTake();
+        click(kPause);
+        click(kPause);
+    } else if (what == QLatin1String("ok")) {
+        click(kOk);
+    } else if (what == QLatin1String("key")) {
+        pressKey(Qt::Key_Space);
+    } else if (what == QLatin1String("re-record") || what == QLatin1String("failed re-record")) {
+        startTake();
+        makeTakeLong();
+        if (what == QLatin1String("failed re-record")) {
+            engine->fail("start");
+        }
+        answers->answerPopover(true);
+        click(kReRecord);
+        QTRY_COMPARE(answers->pending(), 0);
+    } else {
+        QFAIL(qPrintable(what));
+    }
+}
+
+void tst_KdAudioRecordPanelLife::leaveBy(const QString& way)
+{
+    if (way == QLatin1String("destroyed")) {
+        delete window;
+    } else if (way == QLatin1String("deleted later")) {
+        window->deleteLater();
+    } else if (way == QLatin1String("closed")) {
+        panel->close();
+    } else {
+        panel->close();
+        delete window;
+    }
+}
+
+void tst_KdAudioRecordPanelLife::destroyedInsideASignal_data()
+{
+    using Panel = KdAudioRecordPanel;
+    QTest::addColumn<Connector>("connector");
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("way");
+    struct Row
+    {
+        const char* name;
+        Connector connector;
+        QList<const char*> triggers;
+    };
+    const QList<Row> rows{
+        {"sigStartRecordBtnClick", onSignal(&Panel::sigStartRecordBtnClick), {"start", "key"}},
+        {"sigStartCapture", onSignal(&Panel::sigStartCapture), {"take"}},
+        {"sigStartCaptureFailed", onSignal(&Panel::sigStartCaptureFailed), {"failed start"}},
+        {"sigCaptureFinished", onSignal(&Panel::sigCaptureFinished), {"stop", "close", "lost"}},
+        {"sigEndCapture", onSignal(&Panel::sigEndCapture), {"close"}},
+        {"sigCaptureDoing", onSignal(&Panel::sigCaptureDoing), {"time"}},
+        {"sigMute", onSignal(&Panel::sigMute), {"mute"}},
+        {"sigPause", onSignal(&Panel::sigPause), {"pause"}},
+        {"sigResume", onSignal(&Panel::sigResume), {"resume"}},
+        {"sigClose", onSignal(&Panel::sigClose), {"ok"}},
+    };
+    for (const Row& row : rows) {
+        for (const char* const what : row.triggers) {
+            for (const char* const way :
+                 {"destroyed", "deleted later", "closed", "closed and destroyed"}) {
+                QTest::addRow("%s in %s, %s", way, row.name, what)
+                    << row.connector << QString::fromLatin1(what) << QString::fromLatin1(way);
+            }
+        }
+    }
+}
+
+void tst_KdAudioRecordPanelLife::destroyedInsideASignal()
+{
+    QFETCH(Connector, connector);
+    QFETCH(QString, what);
+    QFETCH(QString, way);
+    showPanel();
+    bool hasLeft = false;
+    connector(panel, [this, way, &hasLeft] {
+        if (!hasLeft) {
+            hasLeft = true;
+            makeTakeLong();
+            leaveBy(way);
+        }
+    });
+    // A panel that still lives goes on to tell its user.
+    const bool isTold = what == QLatin1String("failed start") || what == QLatin1String("lost");
+    if (isTold && way == QLatin1String("deleted later")) {
+        answers->answerMessage(QDialogButtonBox::Ok);
+    }
+    trigger(what);
+    QTRY_VERIFY(hasLeft);
+    drain();
+    QCOMPARE(panel.isNull(), way != QLatin1String("closed"));
+    QTRY_COMPARE(engine->alive(), 0);
+    QVERIFY(!isLocked());
+}
+
+void tst_KdAudioRecordPanelLife::deletedLaterFromTheShowing()
+{
+    window = new QWidget;
+    adopt(new KdAudioRecordPanel(window));
+    connect(panel, &KdAudioRecordPanel::sigMute, window, &QObject::deleteLater);
+    window->show();
+    QTRY_VERIFY(!panel);
+    QCOMPARE(engine->alive(), 0);
+}
+
+void tst_KdAudioRecordPanelLife::destroyedInsideAMessage_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("way");
+    for (const char* const what : {"no device", "refused", "failed start", "short stop", "lost",
+                                   "file gone", "short close", "failed re-record"}) {
+        for (const char* const way :
+             {"destroyed", "deleted later", "closed", "closed and destroyed"}) {
+            QTest::addRow("%s in the message of: %s", way, what)
+                << QString::fromLatin1(what) << QString::fromLatin1(way);
+        }
+    }
+}
+
+void tst_KdAudioRecordPanelLife::destroyedInsideAMessage()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, way);
+    showPanel();
+    bool hasLeft = false;
+    answers->handle(QStringLiteral("KOldMessageDialog"), [this, way, &hasLeft](QWidget& box) {
+        const QPointer<QWidget> shown = &box;
+        hasLeft = true;
+        leaveBy(way);
+        if (way == QLatin1String("deleted later")) {
+            QTRY_VERIFY(!shown);
+        } else if (shown) {
+            shown->close();
+        }
+    });
+    trigger(what);
+    QTRY_VERIFY(hasLeft);
+    drain();
+    QCOMPARE(panel.isNull(), way != QLatin1String("closed"));
+    QTRY_COMPARE(engine->alive(), 0);
+    QVERIFY(!isLocked());
+    QVERIFY(answers->messages().size() == 1);
+}
+
+void tst_KdAudioRecordPanelLife::closedInsideTheMessageOfItsOwnClosing()
+{
+    showPanel();
+    startTake();
+    signalTexts.clear();
+    answers->handle(QStringLiteral("KOldMessageDialog"), [this](QWidget& box) {
+        panel->close();
+        panel->close();
+        box.close();
+    });
+    panel->close();
+    const QStringList expected{QStringLiteral("sigEndCapture"),
+                               QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)")};
+    QCOMPARE(signalTexts, expected);
+}
+
+void tst_KdAudioRecordPanelLife::panelWithoutParentOrMainWindow()
+{
+    mainWindow.reset();
+    QVERIFY(!KdUtility::gGetMainWindow());
+    window = new KdAudioRecordPanel(nullptr);
+    adopt(static_cast<KdAudioRecordPanel*>(window.data()));
+    window->show();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    const QString path = startTake();
+    makeTakeLong();
+    stopTake();
+    QCOMPARE(finishedPath, path);
+    panel->close();
+    mainWindow = std::make_unique<QWidget>();
+}
+
+void tst_KdAudioRecordPanelLife::mainWindowDestroyedInMidTake()
+{
+    showPanel();
+    const QString path = startTake();
+    makeTakeLong();
+    QVERIFY(isLocked());
+    mainWindow.reset();
+    engine->deliverTime(1000);
+    drain();
+    stopTake();
+    QCOMPARE(finishedPath, path);
+    panel->close();
+    mainWindow = std::make_unique<QWidget>();
+}
+
+void tst_KdAudioRecordPanelLife::engineWithoutARecorderIsSurvived()
+{
+    setMicrophones({});
+    engine->fail("stop");
+    showPanel();
+    QVERIFY(!button(kStart)->isEnabled());
+    panel->close();
+    QCOMPARE(answers->messages(), QStringList());
+}
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_KdAudioRecordPanelLife>(argc, argv);
+}
+
+#include "tst_KdAudioRecordPanelLife.moc"

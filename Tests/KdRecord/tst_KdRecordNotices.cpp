@@ -1,0 +1,255 @@
+#include <Support/KdTestCase.h>
+#include <Support/TestFiles.h>
+#include <Support/WindowAnswers.h>
+
+#include <KdRecord/KdRecordNotices.h>
+#include <KdWidgets/KdTipWidget.h>
+#include <KdWidgets/KdToast.h>
+
+#include <QPushButton>
+#include <QSignalSpy>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+/** A widget with the notices that belong to it, as a panel has them. */
+class Panel : public QWidget
+{
+public:
+    Panel() { setFixedSize(480, 400); }
+    KdRecordNotices notices{this};
+};
+
+template <typename Widget>
+Widget* shownWindow()
+{
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+        auto* const found = qobject_cast<Widget*>(top);
+        if (found && found->isVisible()) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class tst_KdRecordNotices : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void messagesHaveTheirTexts_data();
+    void messagesHaveTheirTexts();
+    void lostDeviceIsNamedAsPlainText_data();
+    void lostDeviceIsNamedAsPlainText();
+    void lostTakeIsExplainedByItsFolder();
+    void isAskingWhileAMessageIsOpen();
+    void isAskingWhileSomethingModalRuns();
+    void panelMayGoInsideAMessage();
+    void pauseIsShownUntilItIsOver();
+    void tipPointsBelowTheButton();
+    void reRecordQuestionCallsOnlyWhenConfirmed_data();
+    void reRecordQuestionCallsOnlyWhenConfirmed();
+    void secondReRecordQuestionLeavesTheFirst();
+    void takeNoticesGoTogether();
+};
+
+void tst_KdRecordNotices::messagesHaveTheirTexts_data()
+{
+    using Tell = std::function<void(KdRecordNotices&)>;
+    QTest::addColumn<Tell>("tell");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("no device") << Tell(&KdRecordNotices::tellNoDevice)
+                               << QStringLiteral("No Device");
+    QTest::newRow("start failed") << Tell(&KdRecordNotices::tellStartFailed)
+                                  << QStringLiteral(
+                                         "Unable to record due to an issue with the device.");
+    QTest::newRow("too short") << Tell(&KdRecordNotices::tellTooShort)
+                               << QStringLiteral(
+                                      "The recording is too short. Data cannot be saved.");
+}
+
+void tst_KdRecordNotices::messagesHaveTheirTexts()
+{
+    using Tell = std::function<void(KdRecordNotices&)>;
+    QFETCH(Tell, tell);
+    QFETCH(QString, text);
+    Panel panel;
+    WindowAnswers answers;
+    answers.answerMessage(QDialogButtonBox::Ok);
+    tell(panel.notices);
+    QCOMPARE(answers.messages(), QStringList{text});
+}
+
+void tst_KdRecordNotices::lostDeviceIsNamedAsPlainText_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char* title, const QString& name, const QString& shown) {
+        QTest::newRow(title) << name << shown;
+    };
+    row("plain", QStringLiteral("Mic 1"), QStringLiteral("Mic 1"));
+    row("empty", QString(), QString());
+    row("place marker", QStringLiteral("Mic %1 %2"), QStringLiteral("Mic %1 %2"));
+    row("markup", QStringLiteral("<b>Mic</b> & <i>"), QStringLiteral("<b>Mic</b> & <i>"));
+    row("quotes", QStringLiteral("\"Mic\" 'x' \\"), QStringLiteral("\"Mic\" 'x' \\"));
+    row("right to left", QStringLiteral("ميكروفون"), QStringLiteral("ميكروفون"));
+    row("line breaks", QStringLiteral("Mic\n1\u20282"), QStringLiteral("Mic 1 2"));
+    row("absurdly long", QString(5000, QLatin1Char('m')),
+        QString(120, QLatin1Char('m')) + QChar(0x2026));
+}
+
+void tst_KdRecordNotices::lostDeviceIsNamedAsPlainText()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, shown);
+    Panel panel;
+    WindowAnswers answers;
+    answers.answerMessage(QDialogButtonBox::Ok);
+    panel.notices.tellDeviceLost(name);
+    QCOMPARE(answers.messages(), QStringList{QStringLiteral("Audio device ") + shown +
+                                             QStringLiteral(" connection lost.")});
+}
+
+void tst_KdRecordNotices::lostTakeIsExplainedByItsFolder()
+{
+    Panel panel;
+    WindowAnswers answers;
+    answers.answerMessage(QDialogButtonBox::Ok);
+    answers.answerMessage(QDialogButtonBox::Ok);
+    panel.notices.tellNotSaved(temporaryPath(QStringLiteral("REC.m4a")));
+    panel.notices.tellNotSaved(temporaryPath(QStringLiteral("gone/REC.m4a")));
+    const QStringList expected{
+        QStringLiteral("Unable to record due to an issue with the device."),
+        QStringLiteral("Please check whether you have permission to write or read on the path, or "
+                       "choose other path to create.")};
+    QCOMPARE(answers.messages(), expected);
+}
+
+void tst_KdRecordNotices::isAskingWhileAMessageIsOpen()
+{
+    Panel panel;
+    QVERIFY(!panel.notices.isAsking());
+    WindowAnswers answers;
+    bool wasAsking = false;
+    answers.handle(QStringLiteral("KOldMessageDialog"), [&](QWidget& box) {
+        wasAsking = panel.notices.isAsking();
+        box.close();
+    });
+    panel.notices.tellNoDevice();
+    QVERIFY(wasAsking);
+    QVERIFY(!panel.notices.isAsking());
+}
+
+void tst_KdRecordNotices::isAskingWhileSomethingModalRuns()
+{
+    Panel panel;
+    const int result =
+        panel.notices.runModal([&panel] { return panel.notices.isAsking() ? 42 : 0; });
+    QCOMPARE(result, 42);
+    QVERIFY(!panel.notices.isAsking());
+}
+
+void tst_KdRecordNotices::panelMayGoInsideAMessage()
+{
+    auto* const panel = new Panel;
+    WindowAnswers answers;
+    answers.handle(QStringLiteral("KOldMessageDialog"), [panel](QWidget&) { delete panel; });
+    panel->notices.tellDeviceLost(QStringLiteral("Mic"));
+    QCOMPARE(answers.pending(), 0);
+}
+
+void tst_KdRecordNotices::pauseIsShownUntilItIsOver()
+{
+    Panel panel;
+    panel.show();
+    panel.notices.showPaused(true);
+    panel.notices.showPaused(true);
+    const KdToast* const toast = shownWindow<KdToast>();
+    QVERIFY(toast);
+    QCOMPARE(toast->text(),
+             QStringLiteral("Recording is paused. Click Resume to continue recording."));
+    panel.notices.showPaused(false);
+    QVERIFY(!shownWindow<KdToast>());
+}
+
+void tst_KdRecordNotices::tipPointsBelowTheButton()
+{
+    Panel panel;
+    QPushButton button(&panel);
+    button.setGeometry(100, 50, 72, 72);
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel));
+    panel.notices.showAdded(&button);
+    QPointer<KdTipWidget> tip = shownWindow<KdTipWidget>();
+    QVERIFY(tip);
+    QCOMPARE(tip->text(),
+             QStringLiteral("Your audio has been added to the timeline and media library."));
+    QCOMPARE(tip->arrowPos(), button.mapToGlobal(QPoint(0, 72 + 10)));
+    tip->close();
+    QTRY_VERIFY(!tip);
+}
+
+void tst_KdRecordNotices::reRecordQuestionCallsOnlyWhenConfirmed_data()
+{
+    QTest::addColumn<bool>("isConfirmed");
+    QTest::newRow("confirmed") << true;
+    QTest::newRow("cancelled") << false;
+}
+
+void tst_KdRecordNotices::reRecordQuestionCallsOnlyWhenConfirmed()
+{
+    QFETCH(bool, isConfirmed);
+    Panel panel;
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel));
+    WindowAnswers answers;
+    answers.answerPopover(isConfirmed);
+    int calls = 0;
+    panel.notices.askReRecord(&panel, [&calls] { ++calls; });
+    QTRY_COMPARE(answers.pending(), 0);
+    QTRY_COMPARE(calls, isConfirmed ? 1 : 0);
+    QCOMPARE(answers.popovers(),
+             QStringList{QStringLiteral("Re-recording will overwrite the already recorded content, "
+                                        "are you sure?")});
+}
+
+void tst_KdRecordNotices::secondReRecordQuestionLeavesTheFirst()
+{
+    Panel panel;
+    panel.show();
+    int first = 0;
+    int second = 0;
+    panel.notices.askReRecord(&panel, [&first] { ++first; });
+    panel.notices.askReRecord(&panel, [&second] { ++second; });
+    const auto questions = panel.findChildren<QWidget*>(QStringLiteral("KdPopovers"));
+    QCOMPARE(questions.size(), 1);
+    questions.first()->findChild<QAbstractButton*>(QStringLiteral("KdPopovers_Confirm"))->click();
+    QCOMPARE(first, 1);
+    QCOMPARE(second, 0);
+}
+
+void tst_KdRecordNotices::takeNoticesGoTogether()
+{
+    Panel panel;
+    panel.show();
+    int calls = 0;
+    panel.notices.showPaused(true);
+    panel.notices.askReRecord(&panel, [&calls] { ++calls; });
+    panel.notices.closeTakeNotices();
+    QVERIFY(!shownWindow<KdToast>());
+    QTRY_VERIFY(!panel.findChild<QWidget*>(QStringLiteral("KdPopovers")));
+    QCOMPARE(calls, 0);
+}
+
+Q_DECLARE_METATYPE(std::function<void(KdRecordNotices&)>)
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_KdRecordNotices>(argc, argv);
+}
+
+#include "tst_KdRecordNotices.moc"
