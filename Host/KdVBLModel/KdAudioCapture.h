@@ -1,0 +1,61 @@
+#pragma once
+
+#include <KdVBLModel/KdAudioChain.h>
+#include <KdVBLModel/KdCaptureDevice.h>
+#include <KdVBLModel/KdGst.h>
+#include <KdVBLModel/KdVBLModelExport.h>
+
+#include <functional>
+
+/**
+ * One audio input that runs: from the opening of the device to its end, whether a take is on or
+ * not. Made, used and destroyed on one thread; each of these may block while the sound server
+ * does.
+ */
+class KDVBLMODEL_EXPORT KdAudioCapture
+{
+public:
+    /** Called on threads of the pipeline; none may call the capture. */
+    struct Callbacks
+    {
+        KdAudioChain::Samples samples;
+        std::function<void(double decibel)> level;
+        /** The input has failed; nothing more comes. The reason is in the log already. */
+        std::function<void()> failed;
+    };
+
+    KdAudioCapture(const KdCaptureDevice& device, Callbacks callbacks);
+    /** Closes the device. No callback runs or starts afterwards. */
+    ~KdAudioCapture();
+
+    /** Opens the device. @return false when it cannot be; the log says why. */
+    bool start();
+
+    const KdCaptureDevice& device() const { return m_device; }
+    KdAudioChain& chain() { return m_chain; }
+
+    /** @return whether the device is silent in a way that a working one never is: it gives nothing,
+     * not even zeros, for longer than a busy machine explains. */
+    bool isStalled() const;
+
+    /** Any thread. */
+    bool hasFailed() const;
+
+private:
+    KdAudioCapture(const KdAudioCapture&) = delete;
+    KdAudioCapture& operator=(const KdAudioCapture&) = delete;
+
+    static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
+    void handle(GstMessage* message);
+    void fail();
+
+    const KdCaptureDevice m_device;
+    KdAudioChain m_chain;
+    KdGstPtr<GstElement> m_pipeline;
+    qint64 m_startedNs = 0;
+
+    mutable std::mutex
+        m_mutex; ///< held during calls of m_callbacks, so that all threads see them whole
+    Callbacks m_callbacks;
+    bool m_hasFailed = false;
+};

@@ -1,0 +1,223 @@
+#include <KdVBLModel/KdAudioEngine.h>
+
+#include <KdVBLModel/KdElementWarmUp.h>
+#include <KdVBLModel/KdMonotonicTime.h>
+
+#include <KdCore/KdBaseLog.h>
+
+#include <algorithm>
+
+using namespace KdVBLMODEL;
+using namespace std::chrono_literals;
+
+namespace {
+
+// What the contract allows an operation to take, less a little for the way there and back.
+constexpr auto kStartPatience = 280ms;
+constexpr auto kListPatience = 250ms;
+constexpr auto kStopPatience = 1950ms;
+constexpr auto kShutDownPatience = 2000ms;
+constexpr auto kCheckInterval = 250ms;
+
+constexpr int kShortestIntervalMs = 10;
+constexpr int kUsualIntervalMs = 50;
+
+KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
+{
+    return {"Host/KdVBLModel/KdAudioEngine", function, line};
+}
+
+} // namespace
+
+std::shared_ptr<KdAudioEngine> KdAudioEngine::create()
+{
+    const std::shared_ptr<KdAudioEngine> engine(new KdAudioEngine);
+    KdDeviceRegistry::instance().addListener(engine.get());
+    KdDeviceRegistry::instance().start();
+    return engine;
+}
+
+KdAudioEngine::KdAudioEngine() : m_worker([this] { check(); }, kCheckInterval) {}
+
+KdAudioEngine::~KdAudioEngine() = default;
+
+void KdAudioEngine::shutDown()
+{
+    KdDeviceRegistry::instance().removeListener(this);
+    stop();
+    m_callbacks.removeAllObservers();
+    post([](KdAudioEngine& engine) { engine.closeCapture(); });
+    if (!m_worker.finish(kShutDownPatience)) {
+        KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::shutDown"),
+                         "The sound server does not let go of its audio input; it is left behind.");
+    }
+}
+
+bool KdAudioEngine::start()
+{
+    const auto self = shared_from_this();
+    const std::optional<bool> begun =
+        m_worker.call<bool>([self] { return self->beginTake(); }, kStartPatience,
+                            [self](bool isLate) {
+                                if (isLate) {
+                                    self->undoStart();
+                                }
+                            });
+    if (!begun) {
+        KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::start"),
+                         "The recording did not start in time; the sound server or the disk is "
+                         "too slow.");
+    }
+    return begun.value_or(false);
+}
+
+bool KdAudioEngine::stop()
+{
+    const RunningTake ending = running();
+    if (status() == fcsNoStart || !ending.take) {
+        return true;
+    }
+    ending.take->close(); // now, not when the worker comes to it
+    const auto self = shared_from_this();
+    const std::optional<bool> kept =
+        m_worker.call<bool>([self] { return self->endTake(); }, kStopPatience);
+    if (!kept) {
+        KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::stop"),
+                         "The recording did not end in time; the sound server or the disk is too "
+                         "slow.");
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_status = fcsNoStart;
+    }
+    return kept.value_or(false);
+}
+
+void KdAudioEngine::pause()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_status == fcsRecording) {
+        m_running.take->pause(kdMonotonicNs());
+        m_status = fcsPaused;
+    }
+}
+
+void KdAudioEngine::resume()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_status == fcsPaused) {
+        m_running.take->resume(kdMonotonicNs());
+        m_status = fcsRecording;
+    }
+}
+
+_KdCaptureStatus KdAudioEngine::status() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_status;
+}
+
+QVector<KdCaptureDevice> KdAudioEngine::listDevices()
+{
+    KdDeviceRegistry& registry = KdDeviceRegistry::instance();
+    const bool isComplete = registry.waitUntilListed(kListPatience);
+    const QVector<KdCaptureDevice> devices = registry.devices(kdtMicrophone);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_listed = devices;
+    m_isListIncomplete = !isComplete;
+    return devices;
+}
+
+void KdAudioEngine::setDevice(int index)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_settings.device = m_listed.value(index);
+    }
+    post([](KdAudioEngine& engine) { engine.updateCapture(); });
+}
+
+void KdAudioEngine::setFormat(const KdAudioFormat& format)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_settings.format = format;
+    }
+    post([](KdAudioEngine& engine) { engine.updateCapture(); });
+}
+
+void KdAudioEngine::setInterval(int msec)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_settings.intervalMs = msec > 0 ? qMax(msec, kShortestIntervalMs) : kUsualIntervalMs;
+    }
+    post([](KdAudioEngine& engine) { engine.updateCapture(); });
+}
+
+void KdAudioEngine::setOutputFile(const QString& path)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_settings.outputFile = path;
+}
+
+QString KdAudioEngine::outputFile() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_running.take) {
+        return m_running.take->path();
+    }
+    return m_lastFile.isEmpty() ? m_settings.outputFile : m_lastFile;
+}
+
+void KdAudioEngine::setSwitch(KdCallbackPump::Switch kind, bool on)
+{
+    m_callbacks.setSwitch(kind, on);
+    post([](KdAudioEngine& engine) { engine.updateCapture(); });
+}
+
+void KdAudioEngine::onDeviceAdded(const KdCaptureDevice& device)
+{
+    post([device](KdAudioEngine& engine) { engine.deviceCame(device); });
+}
+
+void KdAudioEngine::onDeviceRemoved(const KdCaptureDevice& device)
+{
+    post([device](KdAudioEngine& engine) { engine.deviceWent(device); });
+}
+
+void KdAudioEngine::onDevicesListed()
+{
+    post([](KdAudioEngine&) { kdWarmUpElements(); });
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_isListIncomplete) {
+        m_isListIncomplete = false;
+        m_callbacks.postDevice(fcdAudioInputAdded, -1);
+    }
+}
+
+KdAudioEngine::Settings KdAudioEngine::settings() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_settings;
+}
+
+KdAudioEngine::RunningTake KdAudioEngine::running() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_running;
+}
+
+int KdAudioEngine::listedIndex(const KdCaptureDevice& device) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    const auto listed = std::find_if(m_listed.begin(), m_listed.end(),
+                                     [&](const auto& other) { return other.isSameAs(device); });
+    return listed == m_listed.end() ? -1 : static_cast<int>(listed - m_listed.begin());
+}
+
+void KdAudioEngine::post(std::function<void(KdAudioEngine&)> task)
+{
+    // Nobody left to share it with means that the engine is being destroyed.
+    if (const std::shared_ptr<KdAudioEngine> self = weak_from_this().lock()) {
+        m_worker.post([self, task = std::move(task)] { task(*self); });
+    }
+}

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <KdVBLModel/KdAudioCapture.h>
+#include <KdVBLModel/KdAudioTake.h>
+#include <KdVBLModel/KdCallbackPump.h>
+#include <KdVBLModel/KdDeviceRegistry.h>
+#include <KdVBLModel/KdSerialThread.h>
+
+#include <QVector>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+
+/**
+ * What an audio recorder does, apart from its interface: the input that runs as long as a device is
+ * chosen and somebody watches its level, and the take that is cut out of it.
+ *
+ * Whatever may block (opening and closing a device, files) is done on a worker, so that an
+ * operation waits for a known time at most; a worker that a sound server holds for ever is left
+ * behind, with this object, which is therefore shared with it.
+ *
+ * Operations are for one thread, the user interface's.
+ */
+class KdAudioEngine final : public IKdDeviceListener,
+                            public std::enable_shared_from_this<KdAudioEngine>
+{
+public:
+    static std::shared_ptr<KdAudioEngine> create();
+    ~KdAudioEngine();
+
+    /** Ends the take, lets the device go and calls nobody any more. */
+    void shutDown();
+
+    bool start();
+    bool stop();
+    void pause();
+    void resume();
+    KdVBLMODEL::_KdCaptureStatus status() const;
+
+    QVector<KdCaptureDevice> listDevices();
+    void setDevice(int index);
+    void setFormat(const KdVBLMODEL::KdAudioFormat& format);
+    void setInterval(int msec);
+    void setOutputFile(const QString& path);
+    QString outputFile() const;
+    void setSwitch(KdCallbackPump::Switch kind, bool on);
+
+    KdCallbackPump& callbacks() { return m_callbacks; }
+
+    // IKdDeviceListener, on the registry's thread
+    void onDeviceAdded(const KdCaptureDevice& device) override;
+    void onDeviceRemoved(const KdCaptureDevice& device) override;
+    void onDevicesListed() override;
+
+private:
+    struct Settings
+    {
+        KdCaptureDevice device;
+        KdVBLMODEL::KdAudioFormat format;
+        int intervalMs = 50;
+        QString outputFile;
+    };
+
+    /** The take that runs, or ran until its input or its disk failed. */
+    struct RunningTake
+    {
+        std::shared_ptr<KdAudioTake> take;
+        KdCaptureDevice device;
+        bool isOver = false; ///< finished already; the recorder still counts as recording
+    };
+
+    KdAudioEngine();
+
+    Settings settings() const;
+    RunningTake running() const;
+    int listedIndex(const KdCaptureDevice& device) const;
+    void post(std::function<void(KdAudioEngine&)> task);
+
+    // On the worker.
+    bool beginTake();
+    void undoStart();
+    std::shared_ptr<KdAudioTake> openTake(const Settings& wanted) const;
+    RunningTake exchangeTake(const RunningTake& next);
+    bool hearsInput(KdAudioTake& take) const;
+    bool endTake();
+    void concludeTake();
+    bool openCapture(const Settings& wanted);
+    void closeCapture();
+    void updateCapture();
+    KdCaptureDevice wantedInput() const;
+    void captureFailed(int captureNumber);
+    void loseInput();
+    void deviceCame(const KdCaptureDevice& device);
+    void deviceWent(const KdCaptureDevice& device);
+    void check();
+
+    // On the input's thread.
+    void onSamples(GstBuffer* buffer);
+
+    KdCallbackPump m_callbacks;
+
+    mutable std::mutex m_mutex; ///< guards what follows; never held while anything may block
+    Settings m_settings;
+    QVector<KdCaptureDevice> m_listed; ///< what indices mean
+    bool m_isListIncomplete = false;
+    KdVBLMODEL::_KdCaptureStatus m_status = KdVBLMODEL::fcsNoStart;
+    RunningTake m_running;
+    QString m_lastFile;
+
+    // The worker's alone.
+    std::unique_ptr<KdAudioCapture> m_capture;
+    int m_captureNumber = 0; ///< tells a failure of this input from a late one of the last
+
+    KdSerialThread m_worker;
+};

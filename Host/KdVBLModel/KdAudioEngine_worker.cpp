@@ -1,0 +1,237 @@
+#include <KdVBLModel/KdAudioEngine.h>
+
+#include <KdVBLModel/KdLevelScale.h>
+#include <KdVBLModel/KdMonotonicTime.h>
+
+#include <KdCore/KdBaseLog.h>
+
+#include <QFile>
+
+using namespace KdVBLMODEL;
+using namespace std::chrono_literals;
+
+namespace {
+
+/** A device that was opened for this take may need some time; one that runs needs 10 ms. */
+constexpr auto kFirstSoundPatience = 150ms;
+
+KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
+{
+    return {"Host/KdVBLModel/KdAudioEngine", function, line};
+}
+
+bool isPresent(const KdCaptureDevice& device)
+{
+    const auto devices = KdDeviceRegistry::instance().devices(device.kind);
+    return std::any_of(devices.begin(), devices.end(),
+                       [&device](const auto& other) { return other.isSameAs(device); });
+}
+
+} // namespace
+
+// The former take, if one runs, closes the moment the new one opens, and is finished when the new
+// one has its sound: nothing of either is lost. It ends even if there is no new one.
+bool KdAudioEngine::beginTake()
+{
+    const Settings wanted = settings();
+    const std::shared_ptr<KdAudioTake> take = openTake(wanted);
+    const RunningTake former = exchangeTake({take, wanted.device, false});
+    const bool hasInput = take && openCapture(wanted) && hearsInput(*take);
+    if (former.take) {
+        former.take->finish();
+    }
+    if (hasInput) {
+        KdBaseLog::write(KdBaseLog::Info, source("KdAudioEngine::beginTake"),
+                         "Recording %s from %s.", qUtf8Printable(take->path()),
+                         qUtf8Printable(wanted.device.name));
+        return true;
+    }
+    endTake();
+    return false;
+}
+
+/** The caller was told that nothing began. */
+void KdAudioEngine::undoStart()
+{
+    const RunningTake begun = running();
+    if (begun.take) {
+        endTake();
+        QFile::remove(begun.take->path());
+    }
+}
+
+std::shared_ptr<KdAudioTake> KdAudioEngine::openTake(const Settings& wanted) const
+{
+    if (wanted.device.isNull()) {
+        KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::openTake"),
+                         "There is nothing to record: no audio input is chosen.");
+        return nullptr;
+    }
+    auto take = std::make_shared<KdAudioTake>();
+    return take->open(wanted.outputFile, wanted.format, wanted.intervalMs) ? take : nullptr;
+}
+
+KdAudioEngine::RunningTake KdAudioEngine::exchangeTake(const RunningTake& next)
+{
+    RunningTake former;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        former = m_running;
+        m_running = next;
+        m_status = next.take ? fcsRecording : fcsNoStart;
+        m_callbacks.dropTime();
+        if (former.take && former.take->hasSound()) {
+            m_lastFile = former.take->path();
+        }
+    }
+    if (former.take) {
+        former.take->close();
+    }
+    return former;
+}
+
+bool KdAudioEngine::hearsInput(KdAudioTake& take) const
+{
+    return take.waitForSound(kFirstSoundPatience) || !m_capture->hasFailed();
+}
+
+bool KdAudioEngine::endTake()
+{
+    const RunningTake ended = exchangeTake({});
+    const bool isKept = !ended.take || ended.take->finish();
+    updateCapture();
+    return isKept;
+}
+
+/** The file is finished at once; the recorder stays in its state until it is told to stop. */
+void KdAudioEngine::concludeTake()
+{
+    std::shared_ptr<KdAudioTake> take;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_running.isOver = true;
+        take = m_running.take;
+    }
+    take->finish();
+}
+
+bool KdAudioEngine::openCapture(const Settings& wanted)
+{
+    const bool isOpen =
+        m_capture && m_capture->device().isSameAs(wanted.device) && !m_capture->hasFailed();
+    if (!isOpen) {
+        closeCapture();
+        const int number = ++m_captureNumber;
+        KdAudioCapture::Callbacks callbacks;
+        callbacks.samples = [this](GstBuffer* buffer) { onSamples(buffer); };
+        callbacks.level = [this](double decibel) {
+            m_callbacks.postLevel(KdLevelScale::fromDecibel(decibel));
+        };
+        callbacks.failed = [this, number] {
+            post([number](KdAudioEngine& engine) { engine.captureFailed(number); });
+        };
+        m_capture = std::make_unique<KdAudioCapture>(wanted.device, std::move(callbacks));
+    }
+    m_capture->chain().setVolume(wanted.format.volume);
+    m_capture->chain().setLevelInterval(wanted.intervalMs);
+    if (!isOpen && !m_capture->start()) {
+        closeCapture();
+        return false;
+    }
+    m_worker.setTicking(true);
+    return true;
+}
+
+void KdAudioEngine::closeCapture()
+{
+    if (m_capture) {
+        m_worker.setTicking(false);
+        m_capture.reset();
+        m_callbacks.postLevel(0);
+    }
+}
+
+/** Between takes the chosen input runs for its level meter, if there is one. */
+void KdAudioEngine::updateCapture()
+{
+    const RunningTake now = running();
+    if (now.take && !now.isOver) {
+        return;
+    }
+    const Settings wanted = settings();
+    const bool isWatched = m_callbacks.isOn(KdCallbackPump::LevelSwitch);
+    if (isWatched && isPresent(wanted.device)) {
+        openCapture(wanted);
+    } else {
+        closeCapture();
+    }
+}
+
+void KdAudioEngine::captureFailed(int captureNumber)
+{
+    if (m_capture && captureNumber == m_captureNumber) {
+        loseInput();
+    }
+}
+
+void KdAudioEngine::loseInput()
+{
+    const RunningTake now = running();
+    if (now.take && !now.isOver) {
+        now.take->close();
+        m_callbacks.postDevice(fcdAudioInputRemoved, listedIndex(now.device));
+        concludeTake();
+    }
+    closeCapture();
+}
+
+void KdAudioEngine::deviceCame(const KdCaptureDevice& device)
+{
+    if (device.kind == kdtMicrophone) {
+        m_callbacks.postDevice(fcdAudioInputAdded, listedIndex(device));
+        updateCapture();
+    }
+}
+
+void KdAudioEngine::deviceWent(const KdCaptureDevice& device)
+{
+    if (device.kind != kdtMicrophone) {
+        return;
+    }
+    const RunningTake now = running();
+    if (now.take && !now.isOver && now.device.isSameAs(device)) {
+        loseInput();
+        return;
+    }
+    if (m_capture && m_capture->device().isSameAs(device)) {
+        closeCapture();
+    }
+    // In a take a removal means the take's own input: another one's is a change of the list.
+    m_callbacks.postDevice(now.take ? fcdAudioInputAdded : fcdAudioInputRemoved,
+                           listedIndex(device));
+}
+
+void KdAudioEngine::check()
+{
+    if (m_capture && m_capture->isStalled()) {
+        KdBaseLog::write(KdBaseLog::Warning, source("KdAudioEngine::check"),
+                         "The audio input %s gives nothing any more.",
+                         qUtf8Printable(m_capture->device().name));
+        loseInput();
+    }
+    const RunningTake now = running();
+    if (now.take && !now.isOver && now.take->mustEnd()) {
+        now.take->close();
+        concludeTake();
+    }
+}
+
+void KdAudioEngine::onSamples(GstBuffer* buffer)
+{
+    const std::shared_ptr<KdAudioTake> take = running().take;
+    const std::optional<qint64> due = take ? take->feed(buffer, kdMonotonicNs()) : std::nullopt;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (due && m_running.take == take) {
+        m_callbacks.postTime(*due);
+    }
+}
