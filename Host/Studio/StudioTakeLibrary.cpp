@@ -38,6 +38,7 @@ StudioTakeLibrary::StudioTakeLibrary(QObject* parent) : QObject(parent)
 void StudioTakeLibrary::open(const QString& folder)
 {
     m_folder = QDir::cleanPath(QDir(folder).absolutePath());
+    Q_EMIT aboutToReset();
     m_takes.clear();
     if (!QDir().mkpath(m_folder)) {
         Q_EMIT problem(
@@ -68,6 +69,7 @@ void StudioTakeLibrary::add(const StudioTake& take)
         m_takes[row] = take;
         Q_EMIT changed(row);
     } else {
+        Q_EMIT aboutToInsert(m_takes.size());
         m_takes.append(take);
         Q_EMIT inserted(m_takes.size() - 1);
     }
@@ -81,6 +83,7 @@ void StudioTakeLibrary::remove(const QString& path)
     if (row < 0) {
         return;
     }
+    Q_EMIT aboutToRemove(row);
     m_takes.remove(row);
     Q_EMIT removed(row);
     save();

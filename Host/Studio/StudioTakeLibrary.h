@@ -44,9 +44,12 @@ public:
 
 Q_SIGNALS:
     /** Another folder was opened: everything is new. */
+    void aboutToReset();
     void reset();
+    void aboutToInsert(int row);
     void inserted(int row);
     void changed(int row);
+    void aboutToRemove(int row);
     void removed(int row);
     /** A file is there that was not looked into yet. */
     void needsCheck(const QString& path);

@@ -106,6 +106,126 @@
     </message>
 </context>
 <context>
+    <name>KdAudioDeviceBoxes</name>
+    <message>
+        <source>Input Audio</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No Device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connect a microphone and press Refresh Device</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>KdAudioRecordPanel</name>
+    <message>
+        <source>Stop (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+</context>
+<context>
+    <name>KdAudioRecordPanelUi</name>
+    <message>
+        <source>Record Time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input level</source>
+        <translation type="unfinished">Eingangspegel</translation>
+    </message>
+    <message>
+        <source>Audio Device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save to</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Count Down</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>sec</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mute Project</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished">OK</translation>
+    </message>
+    <message>
+        <source>Advanced</source>
+        <translation type="unfinished">Erweiterte Einstellungen</translation>
+    </message>
+    <message>
+        <source>Refresh Device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Re-record</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>KdAudioRecordView</name>
+    <message>
+        <source>Record Audio</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Open recorder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Quit recorder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Resume recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>KdAudioVolumeWidget</name>
     <message>
         <source>Input level</source>
@@ -135,6 +255,41 @@
     <message>
         <source>Please check whether you have permission to write or read on the path, or choose other path to create.</source>
         <translation>Bitte prüfen Sie, ob Sie an diesem Ort lesen und schreiben dürfen, oder wählen Sie einen anderen Ordner.</translation>
+    </message>
+</context>
+<context>
+    <name>KdRecordNotices</name>
+    <message>
+        <source>No Device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unable to record due to an issue with the device.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Audio device %1 connection lost.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording is paused. Click Resume to continue recording.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your audio has been added to the timeline and media library.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Re-recording will overwrite the already recorded content, are you sure?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Re-record</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
