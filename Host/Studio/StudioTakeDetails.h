@@ -1,0 +1,43 @@
+#pragma once
+
+#include <KdWidgets/KdWidget.h>
+#include <Studio/StudioPeaks.h>
+#include <Studio/StudioTake.h>
+
+class KdLabel;
+class QPlainTextEdit;
+class StudioPlayer;
+class StudioTransport;
+class StudioWaveformView;
+
+/** Everything about one take: where it came from, its waveform with play-back, and the JSON that
+ * came with it. */
+class StudioTakeDetails : public KdWidget
+{
+    Q_OBJECT
+
+public:
+    /** @param player must outlive the widget */
+    explicit StudioTakeDetails(StudioPlayer* player, QWidget* parent = nullptr);
+
+    /** Shows a take; the player gets its file, and goes on when that is the one it has. */
+    void showTake(const StudioTake& take, const StudioPeaks& peaks);
+    QString path() const { return m_take.path; }
+    StudioTransport* transport() const { return m_pTransport; }
+    void RetranslateUi() override;
+
+private:
+    void layOut();
+    QString origin() const;
+    QString notice() const;
+    QString reportText() const;
+
+    StudioPlayer* m_pPlayer;
+    StudioTake m_take;
+    KdLabel* m_pName;
+    KdLabel* m_pOrigin;
+    StudioWaveformView* m_pWaveform;
+    StudioTransport* m_pTransport;
+    KdLabel* m_pReportCaption;
+    QPlainTextEdit* m_pReport;
+};

@@ -1,0 +1,74 @@
+#include <Studio/StudioUsageView.h>
+
+#include <KdVBLModel/KdTrackEventLog.h>
+#include <KdWidgets/KdSkinManager.h>
+#include <Studio/StudioPaint.h>
+
+#include <QPainter>
+
+namespace {
+
+/** The log has no signal; once a second is soon enough for people. */
+constexpr int kRefreshMs = 1000;
+
+} // namespace
+
+QString describeUsageEvent(const KdTrackEventRecord& event)
+{
+    QStringList parts{event.time.toLocalTime().toString(QStringLiteral("hh:mm:ss")), event.name};
+    for (const auto& property : event.properties) {
+        parts.append(QStringLiteral("%1=%2").arg(property.first, property.second.toString()));
+    }
+    return parts.join(QStringLiteral("  ")).simplified();
+}
+
+StudioUsageView::StudioUsageView(QWidget* parent) : QListWidget(parent)
+{
+    setObjectName(QStringLiteral("Studio_UsageList"));
+    setAccessibleName(tr("Usage events"));
+    setUniformItemSizes(true);
+    m_refresh.setInterval(kRefreshMs);
+    connect(&m_refresh, &QTimer::timeout, this, &StudioUsageView::refresh);
+}
+
+void StudioUsageView::refresh()
+{
+    QStringList lines;
+    const QVector<KdTrackEventRecord> records = KdTrackEventLog::records();
+    for (const KdTrackEventRecord& record : records) {
+        lines.append(describeUsageEvent(record));
+    }
+    if (lines == m_lines) {
+        return;
+    }
+    m_lines = lines;
+    clear();
+    addItems(m_lines);
+    scrollToBottom();
+}
+
+void StudioUsageView::showEvent(QShowEvent* event)
+{
+    refresh();
+    m_refresh.start();
+    QListWidget::showEvent(event);
+}
+
+void StudioUsageView::hideEvent(QHideEvent* event)
+{
+    m_refresh.stop();
+    QListWidget::hideEvent(event);
+}
+
+void StudioUsageView::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (count() == 0) {
+        QPainter painter(viewport());
+        painter.setPen(StudioPaint::skin(KdSkin::TextQuiet));
+        painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16),
+                         Qt::AlignCenter | Qt::TextWordWrap,
+                         tr("What is used in the recorder's advanced settings appears here. "
+                            "It stays on this machine."));
+    }
+}
