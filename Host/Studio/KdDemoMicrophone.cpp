@@ -1,0 +1,236 @@
+#include <Studio/KdDemoMicrophone.h>
+
+#include <KdCore/KdBaseLog.h>
+#include <Studio/StudioPipeWire.h>
+#include <Studio/StudioSoundCheck.h>
+#include <Studio/StudioSpeech.h>
+
+#include <QDeadlineTimer>
+#include <QProcess>
+#include <QStandardPaths>
+
+#if defined(Q_OS_LINUX)
+#include <csignal>
+#include <sys/prctl.h>
+#endif
+
+#include <functional>
+
+namespace {
+
+constexpr int kCommandTimeoutMs = 3000;
+constexpr int kDeviceTimeoutMs = 5000;
+constexpr int kLinkTimeoutMs = 5000;
+constexpr int kSoundTimeoutMs = 6000;
+constexpr int kRelinkMs = 50;
+constexpr int kEndTimeoutMs = 500;
+
+/** A helper that does not outlive the process, however that ends: its device would stay for ever.
+ */
+class BoundProcess : public QProcess
+{
+public:
+    using QProcess::QProcess;
+
+    ~BoundProcess() override
+    {
+        if (state() != QProcess::NotRunning) {
+            terminate();
+            if (!waitForFinished(kEndTimeoutMs)) {
+                kill();
+                waitForFinished(kEndTimeoutMs);
+            }
+        }
+    }
+
+protected:
+    void setupChildProcess() override
+    {
+#if defined(Q_OS_LINUX)
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+#endif
+    }
+};
+
+QString voiceName()
+{
+    return QStringLiteral("kdrecord_demo_voice");
+}
+
+struct CommandResult
+{
+    bool done = false;
+    QByteArray output;
+    QByteArray errors;
+};
+
+CommandResult runCommand(const QString& program, const QStringList& arguments)
+{
+    BoundProcess process;
+    process.start(program, arguments);
+    CommandResult result;
+    if (process.waitForFinished(kCommandTimeoutMs)) {
+        result.done = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+        result.output = process.readAllStandardOutput();
+        result.errors = process.readAllStandardError();
+    }
+    return result;
+}
+
+QByteArray dump()
+{
+    return runCommand(QStringLiteral("pw-dump"), {}).output;
+}
+
+/** Asks again and again; each asking is a process of its own and takes its time. */
+bool until(int timeoutMs, const std::function<bool()>& condition)
+{
+    const QDeadlineTimer deadline(timeoutMs);
+    while (!condition()) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+QByteArray createNodeCommand()
+{
+    return QStringLiteral("create-node adapter { factory.name=support.null-audio-sink node.name=%1 "
+                          "node.description=\"%2\" media.class=Audio/Source/Virtual "
+                          "audio.position=[ FL FR ] }\n")
+        .arg(KdDemoMicrophone::nodeName(), KdDemoMicrophone::displayName())
+        .toUtf8();
+}
+
+} // namespace
+
+KdDemoMicrophone::KdDemoMicrophone(QObject* parent) : QObject(parent)
+{
+    m_relink.setInterval(kRelinkMs);
+    connect(&m_relink, &QTimer::timeout, this, [this] {
+        if (link()) {
+            m_relink.stop();
+        }
+    });
+}
+
+KdDemoMicrophone::~KdDemoMicrophone()
+{
+    if (m_voice) {
+        m_voice->disconnect(this);
+    }
+}
+
+QString KdDemoMicrophone::nodeName()
+{
+    return QStringLiteral("kdrecord_demo_microphone");
+}
+
+QString KdDemoMicrophone::displayName()
+{
+    return QStringLiteral("Demo Microphone");
+}
+
+bool KdDemoMicrophone::isMicrophoneThere()
+{
+    return StudioPipeWire::hasMicrophone(dump());
+}
+
+QString KdDemoMicrophone::start()
+{
+    using Step = QString (KdDemoMicrophone::*)();
+    const QString missing = checkTools();
+    if (!missing.isEmpty()) {
+        return missing;
+    }
+    for (const Step step : {&KdDemoMicrophone::makeDevice, &KdDemoMicrophone::speak}) {
+        const QString error = (this->*step)();
+        if (!error.isEmpty()) {
+            return error;
+        }
+    }
+    const QString silence = StudioSoundCheck::listen(nodeName(), kSoundTimeoutMs);
+    return silence.isEmpty()
+               ? QString()
+               : QStringLiteral("The demonstration microphone does not work. %1").arg(silence);
+}
+
+QString KdDemoMicrophone::checkTools() const
+{
+    for (const char* tool : {"pw-cli", "pw-dump", "pw-link", "pw-play"}) {
+        if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) {
+            return QStringLiteral("A demonstration needs the program \"%1\" of PipeWire (package "
+                                  "pipewire-bin).")
+                .arg(QString::fromLatin1(tool));
+        }
+    }
+    return {};
+}
+
+QString KdDemoMicrophone::makeDevice()
+{
+    m_device = std::make_unique<BoundProcess>();
+    // The device lives as long as the tool, and the tool as long as it may expect further commands.
+    m_device->setStandardOutputFile(QProcess::nullDevice());
+    m_device->start(QStringLiteral("pw-cli"), QStringList());
+    m_device->write(createNodeCommand());
+    if (!m_device->waitForBytesWritten(kCommandTimeoutMs)) {
+        return QStringLiteral(
+            "The demonstration microphone could not be made: pw-cli does not start.");
+    }
+    const bool made = until(kDeviceTimeoutMs, [this] {
+        return m_device->state() == QProcess::NotRunning ||
+               StudioPipeWire::hasNode(dump(), nodeName());
+    });
+    if (!made || m_device->state() == QProcess::NotRunning) {
+        return QStringLiteral(
+            "The demonstration microphone could not be made: no PipeWire server answers.");
+    }
+    return {};
+}
+
+QString KdDemoMicrophone::speak()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    const QString file = m_folder->filePath(QStringLiteral("speech.wav"));
+    if (!m_folder->isValid() || !StudioSpeech::write(file)) {
+        return QStringLiteral(
+            "The demonstration's speech could not be written to a temporary folder.");
+    }
+    m_voice = std::make_unique<BoundProcess>();
+    m_voice->setProgram(QStringLiteral("pw-play"));
+    m_voice->setArguments(
+        {QStringLiteral("-P"),
+         QStringLiteral("{ node.name=%1 node.autoconnect=false }").arg(voiceName()), file});
+    m_voice->start();
+    if (!until(kLinkTimeoutMs, [this] { return link(); })) {
+        return QStringLiteral(
+            "The demonstration's speech could not be connected to its microphone.");
+    }
+    connect(m_voice.get(), QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &KdDemoMicrophone::speakAgain);
+    return {};
+}
+
+bool KdDemoMicrophone::link()
+{
+    bool linked = true;
+    for (const char* channel : {"FL", "FR"}) {
+        const QString input =
+            QStringLiteral("%1:input_%2").arg(nodeName(), QString::fromLatin1(channel));
+        const CommandResult result = runCommand(
+            QStringLiteral("pw-link"), {voiceName() + QStringLiteral(":output_MONO"), input});
+        linked = linked && (result.done || result.errors.contains("File exists"));
+    }
+    return linked;
+}
+
+void KdDemoMicrophone::speakAgain()
+{
+    KdBaseLog::write(KdBaseLog::Debug,
+                     {"Host/Studio/KdDemoMicrophone", "KdDemoMicrophone::speakAgain"},
+                     "The demonstration's speech begins again");
+    m_voice->start();
+    m_relink.start();
+}
