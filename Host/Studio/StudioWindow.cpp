@@ -1,0 +1,341 @@
+#include <Studio/StudioWindow.h>
+
+#include <KdAppSettings/KdAppSettings.h>
+#include <KdVBLModel/KdProject.h>
+#include <KdWidgets/KdLabel.h>
+#include <KdWidgets/KdSkinManager.h>
+#include <KdZentraCore/KdUtility.h>
+#include <Studio/StudioEmptyState.h>
+#include <Studio/StudioHeader.h>
+#include <Studio/StudioImporter.h>
+#include <Studio/StudioLanguages.h>
+#include <Studio/StudioNoticeBar.h>
+#include <Studio/StudioPlayer.h>
+#include <Studio/StudioRecordSession.h>
+#include <Studio/StudioRecovery.h>
+#include <Studio/StudioRecoveryBar.h>
+#include <Studio/StudioResources.h>
+#include <Studio/StudioTakeAnalyser.h>
+#include <Studio/StudioTakeDetails.h>
+#include <Studio/StudioTakeLibrary.h>
+#include <Studio/StudioTakeModel.h>
+#include <Studio/StudioTakePane.h>
+#include <Studio/StudioTimeline.h>
+#include <Studio/StudioUsageView.h>
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+QString voiceFolder()
+{
+    return KdAppSettings::GetInstance()
+        ->GetSettings()
+        ->GetFolderSettings()
+        ->GetRecorderVoiceFolder();
+}
+
+} // namespace
+
+StudioWindow::StudioWindow(StudioLanguages* languages, QWidget* parent)
+    : QMainWindow(parent)
+    , m_pLanguages(languages)
+    , m_pLibrary(new StudioTakeLibrary(this))
+    , m_pAnalyser(new StudioTakeAnalyser(this))
+    , m_pImporter(new StudioImporter(m_pLibrary, m_pAnalyser, this))
+    , m_pModel(new StudioTakeModel(m_pLibrary, this))
+    , m_pPlayer(new StudioPlayer(this))
+    , m_pRecovery(new StudioRecovery(this))
+    , m_pSession(new StudioRecordSession(this))
+{
+    initStudioResources();
+    setObjectName(QStringLiteral("StudioWindow"));
+    buildBars();
+    layOut();
+    connectTakes();
+    connectRecorder();
+    connectPlayer();
+    retranslate();
+    readFrameRate();
+    KdSkin::KdSkinManager::instance()->applyStyleSheet(this, QStringLiteral("Studio/StudioWindow"),
+                                                       0);
+    KdUtility::gSetMainWindow(this);
+}
+
+StudioWindow::~StudioWindow() = default;
+
+void StudioWindow::buildBars()
+{
+    m_pHeader = new StudioHeader(m_pLanguages, this);
+    m_pRecoveryBar = new StudioRecoveryBar(m_pRecovery, this);
+    m_pLockBar = new StudioNoticeBar(QStringLiteral("record"), KdSkin::Record, this);
+    m_pLockBar->setObjectName(QStringLiteral("Studio_LockBar"));
+    m_pLockBar->hide();
+    m_pTimeline = new StudioTimeline(this);
+    m_pTimecode = new KdLabel(this);
+    m_pTimecode->setObjectName(QStringLiteral("Studio_Timecode"));
+    m_pFrameRate = new KdLabel(this);
+    m_pFrameRate->setCaption(true);
+    m_pStatus = new KdLabel(this);
+    m_pStatus->setObjectName(QStringLiteral("Studio_Status"));
+    m_pStatus->setCaption(true);
+}
+
+QWidget* StudioWindow::makeBody()
+{
+    auto* const body = new QWidget(this);
+    m_pTakes = new StudioTakePane(m_pModel, body);
+    m_pEmpty = new StudioEmptyState(body);
+    m_pDetails = new StudioTakeDetails(m_pPlayer, body);
+    m_pPages = new QStackedWidget(body);
+    m_pPages->addWidget(m_pEmpty);
+    m_pPages->addWidget(m_pDetails);
+    m_pUsage = new StudioUsageView(body);
+    m_pTabs = new QTabWidget(body);
+    m_pTabs->setObjectName(QStringLiteral("Studio_Tabs"));
+    m_pTabs->addTab(m_pPages, QString());
+    m_pTabs->addTab(m_pUsage, QString());
+    auto* const content = new QVBoxLayout;
+    content->setContentsMargins(16, 8, 16, 16);
+    content->addWidget(m_pTabs);
+    auto* const row = new QHBoxLayout(body);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    row->addWidget(m_pTakes);
+    row->addLayout(content, 1);
+    return body;
+}
+
+void StudioWindow::layOut()
+{
+    m_pBody = makeBody();
+    auto* const clock = new QVBoxLayout;
+    clock->setContentsMargins(16, 12, 0, 12);
+    clock->setSpacing(0);
+    clock->addWidget(m_pTimecode);
+    clock->addWidget(m_pFrameRate);
+    clock->addStretch(1);
+    auto* const strip = new QWidget(this);
+    strip->setObjectName(QStringLiteral("Studio_Strip"));
+    strip->setAttribute(Qt::WA_StyledBackground);
+    auto* const stripRow = new QHBoxLayout(strip);
+    stripRow->setContentsMargins(0, 4, 0, 0);
+    stripRow->setSpacing(0);
+    stripRow->addLayout(clock);
+    stripRow->addWidget(m_pTimeline, 1);
+    auto* const central = new QWidget(this);
+    auto* const column = new QVBoxLayout(central);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_pHeader);
+    column->addWidget(m_pRecoveryBar);
+    column->addWidget(m_pLockBar);
+    column->addWidget(m_pBody, 1);
+    column->addWidget(strip);
+    column->addWidget(m_pStatus);
+    setCentralWidget(central);
+    central->setFocus(); // no control looks chosen before the user chooses one
+    resize(1120, 760);
+}
+
+void StudioWindow::connectTakes()
+{
+    connect(m_pLibrary, &StudioTakeLibrary::problem, this, &StudioWindow::showStatus);
+    connect(m_pLibrary, &StudioTakeLibrary::changed, this, &StudioWindow::refreshTake);
+    connect(m_pLibrary, &StudioTakeLibrary::reset, this, [this] { showTake(-1); });
+    for (const auto change :
+         {&StudioTakeLibrary::inserted, &StudioTakeLibrary::removed, &StudioTakeLibrary::changed}) {
+        connect(m_pLibrary, change, this, &StudioWindow::showTimeline);
+    }
+    connect(m_pLibrary, &StudioTakeLibrary::reset, this, &StudioWindow::showTimeline);
+    connect(m_pAnalyser, &StudioTakeAnalyser::waveformRead, this,
+            [this](const QString& path, const StudioPeaks& peaks) {
+                m_pModel->setPeaks(path, peaks);
+                refreshTake(m_pLibrary->rowOf(path));
+                showTimeline();
+            });
+    connect(m_pTakes, &StudioTakePane::currentRowChanged, this, &StudioWindow::showTake);
+    connect(m_pTakes, &StudioTakePane::removeRequested, this, [this](int row) {
+        m_pLibrary->remove(QString(m_pLibrary->takes().at(row).path));
+        showTake(m_pTakes->currentRow());
+    });
+    connect(m_pImporter, &StudioImporter::imported, this, [this](const QString& path) {
+        showStatus(tr("%1 was added.").arg(QFileInfo(path).fileName()));
+        chooseTake(path);
+    });
+    connect(m_pImporter, &StudioImporter::skipped, this,
+            [this] { showStatus(tr("The recording was not kept; there is nothing to add.")); });
+    connect(m_pImporter, &StudioImporter::failed, this,
+            [this](const QString& path, const QString& why) {
+                showStatus(tr("%1 was not added. %2").arg(QFileInfo(path).fileName(), why));
+            });
+    connect(m_pRecoveryBar, &StudioRecoveryBar::message, this, &StudioWindow::showStatus);
+    connect(m_pRecoveryBar, &StudioRecoveryBar::recovered, m_pImporter,
+            [this](const QString& path) { m_pImporter->import(path, QString(), QString()); });
+}
+
+void StudioWindow::connectRecorder()
+{
+    connect(m_pTakes, &StudioTakePane::recordRequested, m_pSession, &StudioRecordSession::open);
+    connect(m_pSession, &StudioRecordSession::takeStarted, this, &StudioWindow::beginTake);
+    connect(m_pSession, &StudioRecordSession::takeStartFailed, this,
+            [this] { showStatus(tr("The recording could not begin.")); });
+    connect(m_pSession, &StudioRecordSession::takeRuns, this, [this](qint64 frames) {
+        m_pTimeline->setRecordedFrames(frames);
+        m_pTimecode->setText(
+            StudioTimecode::text(m_pTimeline->playhead(), m_pTimeline->frameRate()));
+    });
+    connect(m_pSession, &StudioRecordSession::takeFinished, this, &StudioWindow::endTake);
+    connect(m_pSession, &StudioRecordSession::mute, m_pPlayer, &StudioPlayer::setMuted);
+    connect(m_pSession, &StudioRecordSession::lockChanged, this, &StudioWindow::setLocked);
+    connect(m_pSession, &StudioRecordSession::closed, m_pTimeline, &StudioTimeline::endRecording);
+    connect(m_pHeader, &StudioHeader::languageChosen, this, &StudioWindow::languageChosen);
+    connect(m_pHeader, &StudioHeader::skinChosen, this, &StudioWindow::skinChosen);
+}
+
+void StudioWindow::connectPlayer()
+{
+    connect(m_pTakes, &StudioTakePane::activated, m_pPlayer, &StudioPlayer::play);
+    connect(m_pPlayer, &StudioPlayer::positionChanged, this, &StudioWindow::showPlayPosition);
+    connect(m_pPlayer, &StudioPlayer::failed, this,
+            [this](const QString& why) { showStatus(tr("Playing is not possible. %1").arg(why)); });
+    connect(m_pTimeline, &StudioTimeline::clipClicked, this, &StudioWindow::chooseTake);
+}
+
+void StudioWindow::openTakes()
+{
+    openVoiceFolder();
+    m_pRecovery->find(m_pLibrary->folder());
+    showStatus(tr("Takes are kept in %1").arg(QDir::toNativeSeparators(m_pLibrary->folder())));
+}
+
+void StudioWindow::openVoiceFolder()
+{
+    const QString folder =
+        QDir::cleanPath(QDir(QDir::fromNativeSeparators(voiceFolder())).absolutePath());
+    if (folder != m_pLibrary->folder()) {
+        m_pLibrary->open(folder);
+    }
+}
+
+void StudioWindow::readFrameRate()
+{
+    qint64 numerator = 0;
+    qint64 denominator = 0;
+    KdVBLMODEL::toFrameRate(IKdProjectManager::getInstance()->frameRate(), numerator, denominator);
+    const double rate = StudioTimecode::framesPerSecond(numerator, denominator);
+    m_pTimeline->setFrameRate(rate);
+    m_pFrameRate->setText(tr("%1 frames per second").arg(QString::number(rate, 'g', 4)));
+    m_pTimecode->setText(StudioTimecode::text(m_pTimeline->playhead(), rate));
+    showTimeline();
+}
+
+QString StudioWindow::statusText() const
+{
+    return m_pStatus->text();
+}
+
+void StudioWindow::showStatus(const QString& text)
+{
+    m_pStatus->setText(text.simplified());
+}
+
+void StudioWindow::showTake(int row)
+{
+    const bool chosen = row >= 0 && row < m_pLibrary->count();
+    m_pEmpty->setHasTakes(m_pLibrary->count() > 0);
+    m_pPages->setCurrentIndex(chosen ? 1 : 0);
+    const StudioTake take = chosen ? m_pLibrary->takes().at(row) : StudioTake();
+    m_pDetails->showTake(take, m_pModel->peaks(take.path));
+    m_pTimeline->setCurrentClip(take.path);
+}
+
+void StudioWindow::refreshTake(int row)
+{
+    if (row >= 0 && row == m_pTakes->currentRow()) {
+        showTake(row);
+    }
+}
+
+void StudioWindow::chooseTake(const QString& path)
+{
+    m_pTakes->setCurrentRow(m_pLibrary->rowOf(path));
+}
+
+void StudioWindow::showTimeline()
+{
+    QVector<StudioClip> clips = layOutClips(m_pLibrary->takes(), m_pTimeline->frameRate());
+    for (StudioClip& clip : clips) {
+        clip.peaks = m_pModel->peaks(clip.path);
+    }
+    m_pTimeline->setClips(clips);
+}
+
+void StudioWindow::showPlayPosition(qint64 milliseconds)
+{
+    if (m_pTimeline->isRecording()) {
+        return;
+    }
+    for (const StudioClip& clip : m_pTimeline->clips()) {
+        if (clip.path == m_pPlayer->file()) {
+            m_pTimeline->setPlayhead(
+                clip.start + StudioTimecode::framesFromMs(milliseconds, m_pTimeline->frameRate()));
+        }
+    }
+    m_pTimecode->setText(StudioTimecode::text(m_pTimeline->playhead(), m_pTimeline->frameRate()));
+}
+
+void StudioWindow::setLocked(bool locked)
+{
+    m_pLockBar->setVisible(locked);
+    m_pHeader->setEnabled(!locked);
+    m_pBody->setEnabled(!locked);
+}
+
+void StudioWindow::beginTake()
+{
+    m_pPlayer->pause();
+    m_pTimeline->beginRecording();
+    showStatus(tr("Recording\u2026"));
+}
+
+void StudioWindow::endTake(const QString& path, const QString& fileInfo,
+                           const QString& fileExportInfo)
+{
+    m_pTimeline->endRecording();
+    // The recorder's user may have chosen another folder for takes.
+    openVoiceFolder();
+    m_pImporter->import(path, fileInfo, fileExportInfo);
+}
+
+void StudioWindow::retranslate()
+{
+    setWindowTitle(KdUtility::gGetProductName());
+    m_pTabs->setTabText(0, tr("Take"));
+    m_pTabs->setTabText(1, tr("Usage events"));
+    m_pLockBar->setTexts(tr("The recorder is at work"),
+                         tr("The project is locked until the take is over."));
+    readFrameRate();
+}
+
+void StudioWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+    }
+    QMainWindow::changeEvent(event);
+}
+
+void StudioWindow::closeEvent(QCloseEvent* event)
+{
+    m_pSession->close();
+    m_pPlayer->stop();
+    m_pImporter->flush();
+    QMainWindow::closeEvent(event);
+}
