@@ -109,26 +109,26 @@
     <name>KdAudioDeviceBoxes</name>
     <message>
         <source>Input Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Audioeingang</translation>
     </message>
     <message>
         <source>No Device</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Gerät</translation>
     </message>
     <message>
         <source>Connect a microphone and press Refresh Device</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen Sie ein Mikrofon an und drücken Sie „Gerät aktualisieren“</translation>
     </message>
 </context>
 <context>
     <name>KdAudioRecordPanel</name>
     <message>
         <source>Stop (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Stopp (%1)</translation>
     </message>
     <message>
         <source>Start (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Start (%1)</translation>
     </message>
     <message>
         <source>Stop</source>
@@ -136,11 +136,11 @@
     </message>
     <message>
         <source>Start</source>
-        <translation type="unfinished"></translation>
+        <translation>Start</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>Fortsetzen</translation>
     </message>
     <message>
         <source>Pause</source>
@@ -151,78 +151,78 @@
     <name>KdAudioRecordPanelUi</name>
     <message>
         <source>Record Time</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahmezeit</translation>
     </message>
     <message>
         <source>Input level</source>
-        <translation type="unfinished">Eingangspegel</translation>
+        <translation>Eingangspegel</translation>
     </message>
     <message>
         <source>Audio Device</source>
-        <translation type="unfinished"></translation>
+        <translation>Audiogerät</translation>
     </message>
     <message>
         <source>Input</source>
-        <translation type="unfinished"></translation>
+        <translation>Eingang</translation>
     </message>
     <message>
         <source>Save to</source>
-        <translation type="unfinished"></translation>
+        <translation>Speichern in</translation>
     </message>
     <message>
         <source>Count Down</source>
-        <translation type="unfinished"></translation>
+        <translation>Countdown</translation>
     </message>
     <message>
         <source>sec</source>
-        <translation type="unfinished"></translation>
+        <translation>Sek.</translation>
     </message>
     <message>
         <source>Mute Project</source>
-        <translation type="unfinished"></translation>
+        <translation>Projekt stumm</translation>
     </message>
     <message>
         <source>OK</source>
-        <translation type="unfinished">OK</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Advanced</source>
-        <translation type="unfinished">Erweiterte Einstellungen</translation>
+        <translation>Erweitert</translation>
     </message>
     <message>
         <source>Refresh Device</source>
-        <translation type="unfinished"></translation>
+        <translation>Gerät aktualisieren</translation>
     </message>
     <message>
         <source>Re-record</source>
-        <translation type="unfinished"></translation>
+        <translation>Neu aufnehmen</translation>
     </message>
 </context>
 <context>
     <name>KdAudioRecordView</name>
     <message>
         <source>Record Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Audio aufnehmen</translation>
     </message>
     <message>
         <source>Open recorder</source>
-        <translation type="unfinished"></translation>
+        <translation>Rekorder öffnen</translation>
     </message>
     <message>
         <source>Quit recorder</source>
-        <translation type="unfinished"></translation>
+        <translation>Rekorder beenden</translation>
     </message>
     <message>
         <source>Stop recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme beenden</translation>
     </message>
     <message>
         <source>Resume recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme fortsetzen</translation>
     </message>
     <message>
         <source>Start recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Aufnahme starten</translation>
     </message>
 </context>
 <context>
@@ -261,27 +261,27 @@
     <name>KdRecordNotices</name>
     <message>
         <source>No Device</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Gerät</translation>
     </message>
     <message>
         <source>Unable to record due to an issue with the device.</source>
-        <translation type="unfinished"></translation>
+        <translation>Wegen eines Problems mit dem Gerät kann nicht aufgenommen werden.</translation>
     </message>
     <message>
         <source>Audio device %1 connection lost.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Verbindung zum Audiogerät %1 wurde unterbrochen.</translation>
     </message>
     <message>
         <source>Recording is paused. Click Resume to continue recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Aufnahme ist angehalten. Klicken Sie auf „Fortsetzen“, um weiter aufzunehmen.</translation>
     </message>
     <message>
         <source>Your audio has been added to the timeline and media library.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihr Audio wurde zur Zeitleiste und zur Medienbibliothek hinzugefügt.</translation>
     </message>
     <message>
         <source>Re-recording will overwrite the already recorded content, are you sure?</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine neue Aufnahme überschreibt das bereits Aufgenommene. Sind Sie sicher?</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Re-record</source>
-        <translation type="unfinished"></translation>
+        <translation>Neu aufnehmen</translation>
     </message>
 </context>
 <context>

@@ -109,26 +109,26 @@
     <name>KdAudioDeviceBoxes</name>
     <message>
         <source>Input Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>音频输入</translation>
     </message>
     <message>
         <source>No Device</source>
-        <translation type="unfinished"></translation>
+        <translation>没有设备</translation>
     </message>
     <message>
         <source>Connect a microphone and press Refresh Device</source>
-        <translation type="unfinished"></translation>
+        <translation>请连接麦克风并点击“刷新设备”</translation>
     </message>
 </context>
 <context>
     <name>KdAudioRecordPanel</name>
     <message>
         <source>Stop (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>停止 (%1)</translation>
     </message>
     <message>
         <source>Start (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>开始 (%1)</translation>
     </message>
     <message>
         <source>Stop</source>
@@ -136,11 +136,11 @@
     </message>
     <message>
         <source>Start</source>
-        <translation type="unfinished"></translation>
+        <translation>开始</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>继续</translation>
     </message>
     <message>
         <source>Pause</source>
@@ -151,78 +151,78 @@
     <name>KdAudioRecordPanelUi</name>
     <message>
         <source>Record Time</source>
-        <translation type="unfinished"></translation>
+        <translation>录制时间</translation>
     </message>
     <message>
         <source>Input level</source>
-        <translation type="unfinished">输入电平</translation>
+        <translation>输入电平</translation>
     </message>
     <message>
         <source>Audio Device</source>
-        <translation type="unfinished"></translation>
+        <translation>音频设备</translation>
     </message>
     <message>
         <source>Input</source>
-        <translation type="unfinished"></translation>
+        <translation>输入</translation>
     </message>
     <message>
         <source>Save to</source>
-        <translation type="unfinished"></translation>
+        <translation>保存到</translation>
     </message>
     <message>
         <source>Count Down</source>
-        <translation type="unfinished"></translation>
+        <translation>倒计时</translation>
     </message>
     <message>
         <source>sec</source>
-        <translation type="unfinished"></translation>
+        <translation>秒</translation>
     </message>
     <message>
         <source>Mute Project</source>
-        <translation type="unfinished"></translation>
+        <translation>项目静音</translation>
     </message>
     <message>
         <source>OK</source>
-        <translation type="unfinished">确定</translation>
+        <translation>确定</translation>
     </message>
     <message>
         <source>Advanced</source>
-        <translation type="unfinished">高级设置</translation>
+        <translation>高级</translation>
     </message>
     <message>
         <source>Refresh Device</source>
-        <translation type="unfinished"></translation>
+        <translation>刷新设备</translation>
     </message>
     <message>
         <source>Re-record</source>
-        <translation type="unfinished"></translation>
+        <translation>重新录制</translation>
     </message>
 </context>
 <context>
     <name>KdAudioRecordView</name>
     <message>
         <source>Record Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>录制音频</translation>
     </message>
     <message>
         <source>Open recorder</source>
-        <translation type="unfinished"></translation>
+        <translation>打开录音机</translation>
     </message>
     <message>
         <source>Quit recorder</source>
-        <translation type="unfinished"></translation>
+        <translation>退出录音机</translation>
     </message>
     <message>
         <source>Stop recording</source>
-        <translation type="unfinished"></translation>
+        <translation>停止录制</translation>
     </message>
     <message>
         <source>Resume recording</source>
-        <translation type="unfinished"></translation>
+        <translation>继续录制</translation>
     </message>
     <message>
         <source>Start recording</source>
-        <translation type="unfinished"></translation>
+        <translation>开始录制</translation>
     </message>
 </context>
 <context>
@@ -261,27 +261,27 @@
     <name>KdRecordNotices</name>
     <message>
         <source>No Device</source>
-        <translation type="unfinished"></translation>
+        <translation>没有设备</translation>
     </message>
     <message>
         <source>Unable to record due to an issue with the device.</source>
-        <translation type="unfinished"></translation>
+        <translation>设备出现问题，无法录制。</translation>
     </message>
     <message>
         <source>Audio device %1 connection lost.</source>
-        <translation type="unfinished"></translation>
+        <translation>音频设备 %1 连接已断开。</translation>
     </message>
     <message>
         <source>Recording is paused. Click Resume to continue recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>录制已暂停。点击“继续”以继续录制。</translation>
     </message>
     <message>
         <source>Your audio has been added to the timeline and media library.</source>
-        <translation type="unfinished"></translation>
+        <translation>您的音频已添加到时间轴和媒体库。</translation>
     </message>
     <message>
         <source>Re-recording will overwrite the already recorded content, are you sure?</source>
-        <translation type="unfinished"></translation>
+        <translation>重新录制会覆盖已录制的内容，确定吗？</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>Re-record</source>
-        <translation type="unfinished"></translation>
+        <translation>重新录制</translation>
     </message>
 </context>
 <context>
