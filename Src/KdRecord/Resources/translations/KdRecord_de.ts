@@ -117,7 +117,7 @@
     </message>
     <message>
         <source>Connect a microphone and press Refresh Device</source>
-        <translation>Schließen Sie ein Mikrofon an und drücken Sie „Gerät aktualisieren“</translation>
+        <translation>Schließen Sie ein Mikrofon an und drücken Sie „Geräte aktualisieren“</translation>
     </message>
 </context>
 <context>
@@ -191,7 +191,7 @@
     </message>
     <message>
         <source>Refresh Device</source>
-        <translation>Gerät aktualisieren</translation>
+        <translation>Geräte aktualisieren</translation>
     </message>
     <message>
         <source>Re-record</source>
@@ -277,7 +277,7 @@
     </message>
     <message>
         <source>Your audio has been added to the timeline and media library.</source>
-        <translation>Ihr Audio wurde zur Zeitleiste und zur Medienbibliothek hinzugefügt.</translation>
+        <translation>Ihre Aufnahme wurde der Zeitleiste und der Medienbibliothek hinzugefügt.</translation>
     </message>
     <message>
         <source>Re-recording will overwrite the already recorded content, are you sure?</source>
@@ -529,7 +529,7 @@
     </message>
     <message>
         <source>Takes line up here</source>
-        <translation>Hier reihen sich die Aufnahmen auf</translation>
+        <translation>Hier reihen sich die Aufnahmen aneinander</translation>
     </message>
     <message>
         <source>Recording</source>

@@ -281,7 +281,7 @@
     </message>
     <message>
         <source>Re-recording will overwrite the already recorded content, are you sure?</source>
-        <translation>重新录制会覆盖已录制的内容，确定吗？</translation>
+        <translation>重新录制会覆盖已录制的内容，确定要继续吗？</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -421,7 +421,7 @@
     </message>
     <message>
         <source>Discarding deletes what was recorded. Are you sure?</source>
-        <translation>放弃会删除已录制的内容，确定吗？</translation>
+        <translation>放弃会删除已录制的内容，确定要继续吗？</translation>
     </message>
     <message>
         <source>Cancel</source>
