@@ -5,8 +5,7 @@
 
 #include <QString>
 
-typedef struct _GstCaps GstCaps;       // NOLINT(modernize-use-using): as the C library has it
-typedef struct _GstElement GstElement; // NOLINT(modernize-use-using)
+#include <gst/gst.h>
 
 /**
  * The AAC encoder of a take.

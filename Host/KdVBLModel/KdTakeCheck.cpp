@@ -57,7 +57,7 @@ QString problemOf(GstMessage* message)
 {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    const QString text = QString::fromUtf8(error->message);
+    QString text = QString::fromUtf8(error->message);
     g_error_free(error);
     return text;
 }

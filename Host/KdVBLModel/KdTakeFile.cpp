@@ -140,10 +140,12 @@ void KdTakeFile::release()
 
 void KdTakeFile::putBack()
 {
+    const bool isMine = isInPlace();
+    // Where open files cannot be replaced or removed.
+    m_file.close();
     if (!m_asidePath.isEmpty()) {
         KdDisk::replace(m_asidePath, m_path, nullptr);
-    } else if (KdDisk::isAt(m_file, m_path)) {
-        m_file.close();
+    } else if (isMine) {
         QFile::remove(m_path);
     }
 }

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr qint64 kMaxBytes = 64 * 1024;
+constexpr qint64 kMaxBytes = Q_INT64_C(64) * 1024;
 constexpr qint64 kForeignQuietSeconds = 60;
 
 const QLatin1String kSuffix(".kdtake");

@@ -12,7 +12,7 @@ constexpr quint32 kMoov = kdFourCc("moov");
 // What the muxer calls the header of the fragmented file once an ordinary one is to follow.
 constexpr quint32 kHoov = kdFourCc("hoov");
 constexpr quint32 kMdat = kdFourCc("mdat");
-constexpr qint64 kMostHeader = 256 * 1024 * 1024;
+constexpr qint64 kMostHeader = Q_INT64_C(256) * 1024 * 1024;
 
 bool isFragmentedHeader(QIODevice* file, const KdMp4Box& box)
 {
@@ -46,7 +46,7 @@ bool isHeaderAt(QIODevice* file, qint64 offset, KdMp4Box* header)
 // The renamed header within the media data that swallowed it.
 bool findBuried(QIODevice* file, qint64 from, qint64 to, KdMp4Box* header)
 {
-    constexpr qint64 kPiece = 1024 * 1024;
+    constexpr qint64 kPiece = Q_INT64_C(1024) * 1024;
     const QByteArray name("hoov");
     for (qint64 position = from; position < to; position += kPiece) {
         if (!file->seek(position)) {

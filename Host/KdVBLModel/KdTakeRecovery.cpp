@@ -18,7 +18,7 @@ namespace {
 // deleted.
 constexpr qint64 kBegunMs = 1000;
 // Half a second of anything is less. A larger file without an index is not what we think it is.
-constexpr qint64 kMostWithoutIndex = 8 * 1024 * 1024;
+constexpr qint64 kMostWithoutIndex = Q_INT64_C(8) * 1024 * 1024;
 
 using Outcome = RepairResult::Outcome;
 
@@ -82,7 +82,7 @@ RepairResult repairLocked(const UnfinishedTake& take, const KdTakeRecovery::Prog
     if (!file.exists() || file.size() == 0) {
         return nothingThere(take, QStringLiteral("Nothing had been recorded yet."));
     }
-    const RepairResult result = KdTakeRepair::run(take.record.takePath, progress);
+    RepairResult result = KdTakeRepair::run(take.record.takePath, progress);
     if (result.outcome == Outcome::Repaired) {
         return settled(take, result);
     }
@@ -140,7 +140,7 @@ RepairResult KdTakeRecovery::repair(const UnfinishedTake& take, const Progress& 
         return failed(QStringLiteral("%1 is not an unfinished recording any more.")
                           .arg(take.record.takePath));
     }
-    const RepairResult result = repairLocked(take, progress);
+    RepairResult result = repairLocked(take, progress);
     report(take, result);
     return result;
 }

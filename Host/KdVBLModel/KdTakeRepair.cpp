@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr qint64 kMostHeader = 256 * 1024 * 1024;
-constexpr qint64 kMostFragmentHeader = 64 * 1024 * 1024;
+constexpr qint64 kMostHeader = Q_INT64_C(256) * 1024 * 1024;
+constexpr qint64 kMostFragmentHeader = Q_INT64_C(64) * 1024 * 1024;
 // A frame of AAC has at most 6144 bit for each of two channels.
 constexpr qint64 kMostLastSample = 1536;
 constexpr int kHalfWay = 50;

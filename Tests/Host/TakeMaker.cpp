@@ -108,7 +108,7 @@ QString runToEnd(GstElement* pipeline)
     }
     GError* error = nullptr;
     gst_message_parse_error(message.get(), &error, nullptr);
-    const QString text = QString::fromUtf8(error->message);
+    QString text = QString::fromUtf8(error->message);
     g_error_free(error);
     return text;
 }

@@ -3,6 +3,8 @@
 
 #include <limits>
 
+Q_DECLARE_METATYPE(KdVBLMODEL::KdAudioFormat)
+
 using KdVBLMODEL::KdAudioFormat;
 
 class tst_KdAacFormat : public KdTestCase
@@ -145,8 +147,6 @@ void tst_KdAacFormat::textNamesEverything()
     QCOMPARE(aacFormatText(nearestAacFormat(KdAudioFormat())),
              QStringLiteral("AAC, 44100 Hz, 2 channels, 128 kbit/s variable"));
 }
-
-Q_DECLARE_METATYPE(KdVBLMODEL::KdAudioFormat)
 
 int main(int argc, char** argv)
 {
