@@ -103,7 +103,9 @@ void KdFramelessDialog::addBorder()
 
 void KdFramelessDialog::centre()
 {
-    adjustSize();
+    if (!testAttribute(Qt::WA_Resized)) {
+        adjustSize();
+    }
     const QWidget* host = parentWidget() ? parentWidget()->window() : nullptr;
     const bool onHost = host && host->isVisible() && !host->isMinimized();
     const QPoint middle = onHost ? host->geometry().center() : QPoint();

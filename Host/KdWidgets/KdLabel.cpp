@@ -41,7 +41,7 @@ QString KdLabel::overflowText() const
 QSize KdLabel::sizeHint() const
 {
     const QSize hint = QLabel::sizeHint();
-    return wordWrap() ? hint : QSize(qMin(hint.width(), kWidestHint), hint.height());
+    return wordWrap() ? hint : onOneLine(hint, kWidestHint);
 }
 
 QSize KdLabel::minimumSizeHint() const
@@ -50,8 +50,18 @@ QSize KdLabel::minimumSizeHint() const
     if (wordWrap() || text().isEmpty()) {
         return hint;
     }
-    const int ellipsis = fontMetrics().horizontalAdvance(kEllipsis) + 2 * margin();
-    return {qMin(hint.width(), ellipsis), hint.height()};
+    return onOneLine(hint, fontMetrics().horizontalAdvance(kEllipsis) + 2 * margin());
+}
+
+QSize KdLabel::onOneLine(const QSize& hint, int widest) const
+{
+    const QString line = KdText::singleLine(text());
+    if (line == text()) {
+        return {qMin(hint.width(), widest), hint.height()};
+    }
+    const int spare = hint.height() - fontMetrics().size(0, text()).height();
+    const QSize size = fontMetrics().size(Qt::TextSingleLine, line);
+    return {qMin(size.width() + spare, widest), size.height() + spare};
 }
 
 bool KdLabel::event(QEvent* event)
@@ -66,15 +76,15 @@ bool KdLabel::event(QEvent* event)
 
 void KdLabel::paintEvent(QPaintEvent* event)
 {
-    if (overflowText().isEmpty()) {
+    const QString whole = KdText::singleLine(text());
+    if (wordWrap() || (overflowText().isEmpty() && whole == text())) {
         QLabel::paintEvent(event);
         return;
     }
     QPainter painter(this);
     drawFrame(&painter);
     const QRect area = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
-    const QString line =
-        fontMetrics().elidedText(KdText::singleLine(text()), Qt::ElideRight, area.width());
+    const QString line = fontMetrics().elidedText(whole, Qt::ElideRight, area.width());
     const auto placed = QStyle::visualAlignment(layoutDirection(), alignment());
     style()->drawItemText(&painter, area, int(placed) | Qt::TextSingleLine, palette(), isEnabled(),
                           line, foregroundRole());

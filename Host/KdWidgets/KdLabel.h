@@ -4,8 +4,10 @@
 
 #include <QLabel>
 
-/** A label that shows plain text, elided where it does not fit, with the whole text as a tool tip
- * then. */
+/**
+ * A label that shows plain text on one line, or on several with word wrap. One line is elided where
+ * it does not fit, with the whole text as a tool tip then.
+ */
 class KDWIDGETS_EXPORT KdLabel : public QLabel, public KdToolTipInterface
 {
     Q_OBJECT
@@ -26,4 +28,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    QSize onOneLine(const QSize& hint, int widest) const;
 };

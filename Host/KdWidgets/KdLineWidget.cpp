@@ -25,6 +25,7 @@ QSize KdLineWidget::sizeHint() const
 
 void KdLineWidget::paintEvent(QPaintEvent* /*event*/)
 {
-    const auto number = static_cast<KdSkin::SkinColor>(m_nSkinColor);
-    QPainter(this).fillRect(rect(), KdSkin::KdSkinManager::instance()->color(number));
+    const auto* skin = KdSkin::KdSkinManager::instance();
+    const QColor asked = skin->color(static_cast<KdSkin::SkinColor>(m_nSkinColor));
+    QPainter(this).fillRect(rect(), asked.isValid() ? asked : skin->color(KdSkin::Stroke));
 }

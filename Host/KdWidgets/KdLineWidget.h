@@ -10,7 +10,7 @@ class KDWIDGETS_EXPORT KdLineWidget : public QWidget
     Q_OBJECT
 
 public:
-    /** @param skinColor a KdSkin::SkinColor */
+    /** @param skinColor a KdSkin::SkinColor; anything else gives the stroke colour. */
     KdLineWidget(Qt::Orientation orientation, int skinColor, QWidget* parent = nullptr);
     QSize sizeHint() const override;
 

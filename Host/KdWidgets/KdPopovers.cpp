@@ -32,7 +32,9 @@ KdPopovers::KdPopovers(QWidget* anchor, const ConfirmTexts& texts,
     setAccessibleName(texts.text);
     auto* column = new QVBoxLayout(this);
     column->setSpacing(12);
-    column->addWidget(new KdWrapLabel(texts.text, kWidestText, kMostLines, this));
+    auto* label = new KdWrapLabel(texts.text, kWidestText, kMostLines, this);
+    label->setObjectName(QStringLiteral("KdPopovers_Text"));
+    column->addWidget(label);
     addButtons(column, texts);
     place(anchor);
     if (anchor) {

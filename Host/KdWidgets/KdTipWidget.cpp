@@ -23,6 +23,7 @@ KdTipWidget::KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* paren
           new KdWrapLabel(text, width > 0 ? width - 2 * kPadding : kWidestText, kMostLines, this))
 {
     setObjectName(QStringLiteral("KdTipWidget"));
+    m_pText->setObjectName(QStringLiteral("KdTipWidget_Text"));
     KdWindowShape::prepare(this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);

@@ -37,7 +37,9 @@ KdToast::KdToast(const QString& text, QWidget* window, const QPixmap& pixmap, in
         icon->setPixmap(pixmap);
         row->addWidget(icon);
     }
-    row->addWidget(new KdWrapLabel(text, kWidestText, kMostLines, this), 1, Qt::AlignVCenter);
+    auto* label = new KdWrapLabel(text, kWidestText, kMostLines, this);
+    label->setObjectName(QStringLiteral("KdToast_Text"));
+    row->addWidget(label, 1);
     if (window) {
         window->installEventFilter(this);
     }

@@ -57,8 +57,9 @@ void KdWrapLabel::paintEvent(QPaintEvent* /*event*/)
     painter.setLayoutDirection(fromRight ? Qt::RightToLeft : Qt::LeftToRight);
     const int flags = (fromRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter |
                       Qt::TextSingleLine | Qt::TextDontClip;
-    QRect row(0, 0, width(), fontMetrics().lineSpacing());
     const QStringList shown = lines(width());
+    QRect row(0, 0, width(), fontMetrics().lineSpacing());
+    row.moveTop(qMax(0, (height() - int(shown.size()) * row.height()) / 2));
     for (const QString& line : shown) {
         style()->drawItemText(&painter, row, flags, palette(), isEnabled(), line, foregroundRole());
         row.translate(0, row.height());

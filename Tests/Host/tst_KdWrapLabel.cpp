@@ -1,0 +1,82 @@
+#include <KdWidgets/KdWrapLabel.h>
+#include <Support/KdTestCase.h>
+#include <Support/WidgetLooks.h>
+
+class tst_KdWrapLabel : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isNoWiderThanAllowed_data();
+    void isNoWiderThanAllowed();
+    void shortTextIsAsWideAsItself();
+    void higherWhereItIsNarrower();
+    void mostLinesLimitItsHeight();
+    void markupIsShownLetterByLetter();
+    void rightToLeftTextStandsOnTheRight();
+};
+
+void tst_KdWrapLabel::isNoWiderThanAllowed_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("one word of 4 KB") << QString(4096, QLatin1Char('W'));
+    QTest::newRow("words") << QStringLiteral("some words ").repeated(300);
+    QTest::newRow("right to left") << QString(QChar(0x5d0)).repeated(4096);
+}
+
+void tst_KdWrapLabel::isNoWiderThanAllowed()
+{
+    QFETCH(QString, text);
+    const KdWrapLabel label(text, 240, 0);
+    QVERIFY(label.sizeHint().width() <= 240);
+    QVERIFY(label.minimumSizeHint().width() < 240);
+    QVERIFY(label.heightForWidth(240) > 3 * label.fontMetrics().lineSpacing());
+}
+
+void tst_KdWrapLabel::shortTextIsAsWideAsItself()
+{
+    const KdWrapLabel label(QStringLiteral("Short"), 240, 0);
+    QVERIFY(label.sizeHint().width() < 80);
+    QCOMPARE(label.sizeHint().height(), label.fontMetrics().lineSpacing());
+    const KdWrapLabel empty(QString(), 240, 0);
+    QCOMPARE(empty.sizeHint().height(), empty.fontMetrics().lineSpacing());
+}
+
+void tst_KdWrapLabel::higherWhereItIsNarrower()
+{
+    const KdWrapLabel label(QStringLiteral("A text of several words"), 240, 0);
+    QVERIFY(label.heightForWidth(60) > label.heightForWidth(240));
+}
+
+void tst_KdWrapLabel::mostLinesLimitItsHeight()
+{
+    const KdWrapLabel label(QStringLiteral("word ").repeated(500), 200, 4);
+    QCOMPARE(label.sizeHint().height(), 4 * label.fontMetrics().lineSpacing());
+}
+
+void tst_KdWrapLabel::markupIsShownLetterByLetter()
+{
+    const KdWrapLabel bold(QStringLiteral("<b>x</b>"), 240, 0);
+    const KdWrapLabel plain(QStringLiteral("x"), 240, 0);
+    QVERIFY(bold.sizeHint().width() > 3 * plain.sizeHint().width());
+}
+
+void tst_KdWrapLabel::rightToLeftTextStandsOnTheRight()
+{
+    KdWrapLabel label(QString(QChar(0x5d0)).repeated(3), 240, 0);
+    label.resize(200, 20);
+    const QColor ground = WidgetLooks::colorAt(label, {1, 1});
+    const QImage shown = WidgetLooks::image(label);
+    QImage empty(100, 20, QImage::Format_RGB32);
+    empty.fill(ground);
+    QCOMPARE(shown.copy(0, 0, 100, 20), empty);
+    QVERIFY(shown.copy(100, 0, 100, 20) != empty);
+}
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_KdWrapLabel>(argc, argv);
+}
+
+#include "tst_KdWrapLabel.moc"
