@@ -85,7 +85,8 @@ void KdLabel::paintEvent(QPaintEvent* event)
     drawFrame(&painter);
     const QRect area = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
     const QString line = fontMetrics().elidedText(whole, Qt::ElideRight, area.width());
-    const auto placed = QStyle::visualAlignment(layoutDirection(), alignment());
+    const auto direction = text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+    const auto placed = QStyle::visualAlignment(direction, alignment());
     style()->drawItemText(&painter, area, int(placed) | Qt::TextSingleLine, palette(), isEnabled(),
                           line, foregroundRole());
 }

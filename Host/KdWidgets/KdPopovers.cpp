@@ -70,7 +70,7 @@ void KdPopovers::addButtons(QVBoxLayout* column, const ConfirmTexts& texts)
 
 void KdPopovers::place(const QWidget* anchor)
 {
-    // Both places need the same size, so the card is measured with its arrow on top.
+    // The arrow takes the same room above as below.
     layout()->setContentsMargins(kPadding, kPadding + KdBubble::kArrow, kPadding, kPadding);
     const QSize size = sizeHint();
     const QRect around(anchor ? anchor->mapToGlobal(QPoint()) : QPoint(),
@@ -78,12 +78,18 @@ void KdPopovers::place(const QWidget* anchor)
     const QRect area = KdWindowWatch::availableArea(around.center())
                            .adjusted(kScreenMargin, kScreenMargin, -kScreenMargin, -kScreenMargin);
     const QPoint below(around.center().x(), around.bottom() + kGap);
+    const QPoint above(around.center().x(), around.top() - kGap);
+    const auto hasRoom = [&area](const KdBubble& bubble) {
+        return bubble.geometry.top() >= area.top() && bubble.geometry.bottom() <= area.bottom();
+    };
     m_bubble = KdBubble::placed(size, below, false, -1, area);
-    if (m_bubble.arrowDown) {
-        const QPoint above(around.center().x(), around.top() - kGap);
-        m_bubble = KdBubble::placed(size, above, true, -1, area);
-        layout()->setContentsMargins(kPadding, kPadding, kPadding, kPadding + KdBubble::kArrow);
+    const KdBubble other = KdBubble::placed(size, above, true, -1, area);
+    if (!hasRoom(m_bubble) && hasRoom(other)) {
+        m_bubble = other;
     }
+    const int arrowAbove = m_bubble.arrowDown ? 0 : KdBubble::kArrow;
+    layout()->setContentsMargins(kPadding, kPadding + arrowAbove, kPadding,
+                                 kPadding + KdBubble::kArrow - arrowAbove);
     m_bubble.applyTo(this);
 }
 

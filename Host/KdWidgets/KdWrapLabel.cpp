@@ -53,10 +53,9 @@ void KdWrapLabel::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     drawFrame(&painter);
-    const bool fromRight = text().isRightToLeft();
-    painter.setLayoutDirection(fromRight ? Qt::RightToLeft : Qt::LeftToRight);
-    const int flags = (fromRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter |
-                      Qt::TextSingleLine | Qt::TextDontClip;
+    // AlignLeft means the side where reading begins.
+    painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const int flags = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip;
     const QStringList shown = lines(width());
     QRect row(0, 0, width(), fontMetrics().lineSpacing());
     row.moveTop(qMax(0, (height() - int(shown.size()) * row.height()) / 2));

@@ -24,6 +24,8 @@ KdPushButton* button(const QWidget& dialog, const char* name)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Button)
+
 class tst_KOldMessageDialog : public KdTestCase
 {
     Q_OBJECT
