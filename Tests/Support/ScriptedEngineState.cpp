@@ -83,7 +83,7 @@ void ScriptedEngineState::deliverOnThread(Kind kind, const std::function<void(Ob
 
 void ScriptedEngineState::flood()
 {
-    std::vector<uint32_t> pixels(16 * 9);
+    std::vector<uint32_t> pixels(144);
     auto* const frame = reinterpret_cast<uint8_t*>(pixels.data());
     for (int round = 0; flooding; ++round) {
         int called = deliverHere(Kind::Time, [round](Observer& o) { o.onTimeCallback(round); });

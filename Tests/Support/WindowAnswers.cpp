@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QEvent>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -92,30 +93,30 @@ int WindowAnswers::pending() const
 bool WindowAnswers::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show && watched->isWidgetType()) {
-        const QPointer<QWidget> window = static_cast<QWidget*>(watched);
+        auto* const window = static_cast<QWidget*>(watched);
         const bool isAnnounced = !m_answers.value(window->objectName()).isEmpty();
         if (window->isWindow() && (isAnnounced || window->objectName() == messageName())) {
-            const qint64 deadline = QDeadlineTimer(kOnScreenMs).deadline();
-            QTimer::singleShot(0, this, [=] { answerWhenOnScreen(window, deadline); });
+            answerOnScreen(window);
         }
     }
     return QObject::eventFilter(watched, event);
 }
 
-void WindowAnswers::answerWhenOnScreen(const QPointer<QWidget>& window, qint64 deadline)
+void WindowAnswers::answerOnScreen(QWidget* window)
 {
-    if (!window) {
-        return;
-    }
-    const bool isOnScreen =
-        window->isVisible() && window->windowHandle() && window->windowHandle()->isExposed();
-    if (isOnScreen || QDeadlineTimer::current().deadline() > deadline) {
-        answer(*window);
-        return;
-    }
-    // A timer of its own each time: one that repeats would not fire inside a loop that its own
-    // action runs.
-    QTimer::singleShot(kPollMs, this, [=] { answerWhenOnScreen(window, deadline); });
+    // The window's child, so that it dies with a window that goes by itself.
+    auto* const poll = new QTimer(window);
+    const QDeadlineTimer deadline(kOnScreenMs);
+    connect(poll, &QTimer::timeout, this, [this, window, poll, deadline] {
+        const bool isOnScreen =
+            window->isVisible() && window->windowHandle() && window->windowHandle()->isExposed();
+        if (isOnScreen || deadline.hasExpired()) {
+            poll->stop();
+            poll->deleteLater();
+            answer(*window);
+        }
+    });
+    poll->start(kPollMs);
 }
 
 void WindowAnswers::answer(QWidget& window)

@@ -6,7 +6,6 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 
 #include <functional>
@@ -53,7 +52,7 @@ private:
         TestPlace place;
     };
 
-    void answerWhenOnScreen(const QPointer<QWidget>& window, qint64 deadline);
+    void answerOnScreen(QWidget* window);
     void answer(QWidget& window);
 
     QHash<QString, QList<Answer>> m_answers;
