@@ -15,6 +15,8 @@ KdPushButton* createButton(QWidget* parent, const QString& text, int height, con
 {
     auto* button = new KdPushButton(parent);
     button->setProperty("kind", kind);
+    // The sheet rules over the height that is set below as soon as it is applied.
+    button->setProperty("high", height > KdPushButton::Size24);
     button->setText(text);
     button->setFixedHeight(height);
     return button;

@@ -79,8 +79,13 @@ void tst_KdPushButton::primaryIsFilledSecondaryIsOutlined()
 void tst_KdPushButton::hasTheHeightOfItsKind()
 {
     QCOMPARE(m_primary->height(), 24);
-    const auto* high =
+    auto* high =
         KdPushButton::CreateSecondaryButton(m_dialog.get(), QString(), KdPushButton::Size32);
+    m_dialog->layout()->addWidget(high);
+    QTRY_VERIFY(high->isVisible());
+    QTRY_COMPARE(high->height(), 32);
+    high->setFocus();
+    QTRY_VERIFY(high->hasFocus());
     QCOMPARE(high->height(), 32);
 }
 
