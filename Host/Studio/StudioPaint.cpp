@@ -85,7 +85,7 @@ QIcon icon(const QString& name, int skinColor)
     for (const int size : {16, 24}) {
         for (const double ratio : {1.0, 1.5, 2.0}) {
             icon.addPixmap(pixmap(name, size, skin(skinColor), ratio), QIcon::Normal);
-            icon.addPixmap(pixmap(name, size, skin(skinColor, kDisabledOpacity), ratio),
+            icon.addPixmap(pixmap(name, size, skin(KdSkin::Text, kDisabledOpacity), ratio),
                            QIcon::Disabled);
         }
     }

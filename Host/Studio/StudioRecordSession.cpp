@@ -44,6 +44,7 @@ void StudioRecordSession::connectView()
     connect(view, &KdAudioRecordView::sigFinished, this, &StudioRecordSession::takeFinished);
     connect(view, &KdAudioRecordView::sigMute, this, &StudioRecordSession::mute);
     connect(view, &QObject::destroyed, this, [this] {
+        m_pView.clear();
         m_lockTimer.stop();
         lookAtLock();
         Q_EMIT mute(false);

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kMicrophonePollMs = 50;
+constexpr int kPressPollMs = 50;
 
 QString startButton()
 {
@@ -29,11 +29,11 @@ StudioVoiceOver::StudioVoiceOver(StudioRecordSession* session, double seconds,
     : QObject(parent), m_pSession(session), m_seconds(seconds), m_patience(patience)
 {
     m_deadline.setSingleShot(true);
-    m_microphonePoll.setInterval(kMicrophonePollMs);
+    m_pressPoll.setInterval(kPressPollMs);
     m_take.setSingleShot(true);
     m_take.setTimerType(Qt::PreciseTimer);
     connect(&m_deadline, &QTimer::timeout, this, &StudioVoiceOver::handleTimeout);
-    connect(&m_microphonePoll, &QTimer::timeout, this, &StudioVoiceOver::lookForMicrophone);
+    connect(&m_pressPoll, &QTimer::timeout, this, &StudioVoiceOver::tryToPress);
     connect(&m_take, &QTimer::timeout, this, &StudioVoiceOver::stopTake);
     connectSession();
 }
@@ -60,7 +60,7 @@ void StudioVoiceOver::run()
     const bool server = StudioSoundServer::isReachable(QProcessEnvironment::systemEnvironment());
     enter(Step::Microphone, server ? m_patience.microphone : m_patience.withoutServer);
     m_pSession->open();
-    m_microphonePoll.start();
+    pressWhenPossible(startButton());
 }
 
 void StudioVoiceOver::enter(Step step, int patienceMs)
@@ -69,33 +69,35 @@ void StudioVoiceOver::enter(Step step, int patienceMs)
     m_deadline.start(patienceMs);
 }
 
-QWidget* StudioVoiceOver::control(const QString& objectName) const
+QWidget* StudioVoiceOver::control() const
 {
     const QWidget* const view = m_pSession->view();
-    return view ? view->findChild<QWidget*>(objectName) : nullptr;
+    return view ? view->findChild<QWidget*>(m_controlName) : nullptr;
 }
 
-void StudioVoiceOver::lookForMicrophone()
+QString StudioVoiceOver::obstacle() const
 {
-    const QWidget* const button = control(startButton());
-    if (button && StudioMouse::obstacle(button).isEmpty()) {
-        m_microphonePoll.stop();
-        enter(Step::Countdown, m_patience.countdown);
-        press(startButton());
-    }
+    const QWidget* const button = control();
+    return button ? StudioMouse::obstacle(button)
+                  : QStringLiteral("The recorder has no control %1.").arg(m_controlName);
 }
 
-void StudioVoiceOver::press(const QString& objectName)
+void StudioVoiceOver::pressWhenPossible(const QString& objectName)
 {
-    QWidget* const button = control(objectName);
-    const QString obstacle =
-        button ? StudioMouse::obstacle(button)
-               : QStringLiteral("The recorder has no control %1.").arg(objectName);
-    if (!obstacle.isEmpty()) {
-        fail(obstacle);
+    m_controlName = objectName;
+    m_pressPoll.start();
+}
+
+void StudioVoiceOver::tryToPress()
+{
+    if (!obstacle().isEmpty()) {
         return;
     }
-    StudioMouse::click(button);
+    m_pressPoll.stop();
+    if (m_step == Step::Microphone) {
+        enter(Step::Countdown, m_patience.countdown);
+    }
+    StudioMouse::click(control());
 }
 
 void StudioVoiceOver::handleStarted()
@@ -112,7 +114,7 @@ void StudioVoiceOver::stopTake()
 {
     if (m_step == Step::Recording) {
         enter(Step::Stopping, m_patience.stop);
-        press(startButton());
+        pressWhenPossible(startButton());
     }
 }
 
@@ -138,7 +140,7 @@ void StudioVoiceOver::noteImported(const QString& path)
     Q_UNUSED(path)
     if (m_step == Step::Importing) {
         enter(Step::Closing, m_patience.closing);
-        press(okButton());
+        pressWhenPossible(okButton());
     }
 }
 
@@ -194,9 +196,9 @@ QString StudioVoiceOver::missingSoundText() const
             "There is no sound server: neither PipeWire nor PulseAudio answers in this session. "
             "\"./dev run --demo\" brings one of its own.");
     }
-    const QWidget* const button = control(startButton());
-    if (button && button->isEnabled()) {
-        return StudioMouse::obstacle(button);
+    const QWidget* const button = control();
+    if (!button || button->isEnabled()) {
+        return obstacle();
     }
     return QStringLiteral(
         "There is no microphone: the sound server knows no recording device. Connect one, or use "
@@ -220,7 +222,7 @@ void StudioVoiceOver::fail(const QString& error)
     if (m_result.error.isEmpty()) {
         m_result.error = error;
     }
-    m_microphonePoll.stop();
+    m_pressPoll.stop();
     m_take.stop();
     if (!m_pSession->isOpen()) {
         finish();

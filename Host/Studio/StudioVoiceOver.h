@@ -71,10 +71,13 @@ private:
 
     void connectSession();
     void enter(Step step, int patienceMs);
-    void lookForMicrophone();
+    /** Presses the control as soon as a person could, in the patience of the step. */
+    void pressWhenPossible(const QString& objectName);
+    void tryToPress();
+    /** What keeps the control from being pressed; empty: nothing. */
+    QString obstacle() const;
+    QWidget* control() const;
     QString missingSoundText() const;
-    void press(const QString& objectName);
-    QWidget* control(const QString& objectName) const;
     void handleStarted();
     void stopTake();
     void handleFinished(const QString& path, const QString& fileInfo,
@@ -92,6 +95,7 @@ private:
     StudioVoiceOverResult m_result;
     std::unique_ptr<StudioMessageWatch> m_watch;
     QTimer m_deadline;
-    QTimer m_microphonePoll;
+    QString m_controlName;
+    QTimer m_pressPoll;
     QTimer m_take;
 };

@@ -23,7 +23,7 @@ StudioWaveformView::StudioWaveformView(QWidget* parent) : QWidget(parent)
     setAccessibleName(tr("Waveform"));
     setFocusPolicy(Qt::StrongFocus);
     setMinimumHeight(96);
-    setMaximumHeight(200);
+    setMaximumHeight(168);
     connect(KdSkin::KdSkinManager::instance(), &KdSkin::KdSkinManager::skinChanged, this,
             [this] { update(); });
 }

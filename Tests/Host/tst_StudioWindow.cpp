@@ -1,0 +1,335 @@
+#include "Support/ClippedTexts.h"
+#include "Support/DialogDriver.h"
+#include "Support/KdTestCase.h"
+#include "Support/ScriptedEngine.h"
+#include "Support/TestFiles.h"
+#include "Support/WindowAnswers.h"
+
+#include <KdAppSettings/KdAppSettings.h>
+#include <KdRecord/KdAudioRecordView.h>
+#include <KdVBLModel/KdProject.h>
+#include <KdWidgets/KdSkinManager.h>
+#include <KdZentraCore/KdUtility.h>
+#include <Studio/StudioLanguages.h>
+#include <Studio/StudioPlayer.h>
+#include <Studio/StudioRecordSession.h>
+#include <Studio/StudioSpeech.h>
+#include <Studio/StudioTakeLibrary.h>
+#include <Studio/StudioTimeline.h>
+#include <Studio/StudioWindow.h>
+
+#include <QLabel>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalSpy>
+
+#include <memory>
+
+class tst_StudioWindow : public KdTestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void emptyWindowSaysWhatToDo();
+    void recordingIsListedPlayedAndOnTheTimeline();
+    void playheadFollowsTheTakeInProjectFrames_data();
+    void playheadFollowsTheTakeInProjectFrames();
+    void windowIsLockedWhileATakeRuns();
+    void muteOfTheRecorderMutesPlaying();
+    void takeThatWasNotKeptIsSaid();
+    void fileThatIsNoTakeIsNotListed();
+    void takesFolderFollowsTheRecorder();
+    void closingInMidTakeLosesNothing();
+    void takesAreThereAfterARestart();
+    void removedTakeLeavesListAndTimeline();
+    void bothSkinsAndAllLanguagesFit_data();
+    void bothSkinsAndAllLanguagesFit();
+    void recordButtonWorksByKeyboard();
+
+private:
+    std::unique_ptr<StudioWindow> openWindow();
+    /** Records through the dialog until the engine has been asked to stop. */
+    void record(StudioWindow& window, ScriptedEngine& engine, qint64 milliseconds);
+    QString takes() const { return temporaryPath(QStringLiteral("takes")); }
+    static QWidget* child(const StudioWindow& window, const char* name)
+    {
+        return DialogDriver::child(window, QString::fromLatin1(name));
+    }
+
+    StudioLanguages m_languages;
+};
+
+void tst_StudioWindow::init()
+{
+    KdTestCase::init();
+    KdAppSettings::GetInstance()->Load();
+    KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(
+        takes());
+    IKdProjectManager::getInstance()->setFrameRate(KdVBLMODEL::KdFrameRate::Fps30);
+    KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
+    m_languages.use(QStringLiteral("en"));
+}
+
+std::unique_ptr<StudioWindow> tst_StudioWindow::openWindow()
+{
+    auto window = std::make_unique<StudioWindow>(&m_languages);
+    window->show();
+    window->openTakes();
+    DialogDriver::waitUntil([&] { return window->isActiveWindow(); }, QStringLiteral("The window"));
+    return window;
+}
+
+void tst_StudioWindow::record(StudioWindow& window, ScriptedEngine& engine, qint64 milliseconds)
+{
+    const int before = engine.count("start");
+    DialogDriver::click(window, QStringLiteral("Studio_RecordVoiceOver"));
+    QTRY_VERIFY(window.session()->isOpen());
+    DialogDriver::click(*window.session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_COMPARE(engine.count("start"), before + 1);
+    QTRY_VERIFY(window.timeline()->isRecording());
+    engine.deliverTime(milliseconds);
+    // The recorder's own clock decides what is too short.
+    QTest::qWait(1050);
+    DialogDriver::click(*window.session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_VERIFY(!window.timeline()->isRecording());
+}
+
+void tst_StudioWindow::emptyWindowSaysWhatToDo()
+{
+    const auto window = openWindow();
+    QCOMPARE(KdUtility::gGetMainWindow(), static_cast<QWidget*>(window.get()));
+    QVERIFY(child(*window, "Studio_EmptyState")->isVisible());
+    QVERIFY(child(*window, "Studio_RecordVoiceOver")->isEnabled());
+    QVERIFY2(window->statusText().contains(QStringLiteral("takes")),
+             qPrintable(window->statusText()));
+}
+
+void tst_StudioWindow::recordingIsListedPlayedAndOnTheTimeline()
+{
+    ScriptedEngine engine;
+    engine.script().take = StudioSpeech::synthesise(2.0);
+    const auto window = openWindow();
+    record(*window, engine, 2000);
+    QTRY_COMPARE(window->library()->count(), 1);
+    const StudioTake take = window->library()->takes().first();
+    QVERIFY(take.state == StudioTake::State::Good);
+    QCOMPARE(take.durationMs, 2000);
+    QVERIFY(take.fileInfo.contains(QStringLiteral("\"file_duration\": 2")));
+    QCOMPARE(window->timeline()->clips().size(), 1);
+    QCOMPARE(window->timeline()->clips().first().frames, 60);
+    QCOMPARE(window->player()->file(), take.path);
+    QCOMPARE(window->findChild<QListView*>(QStringLiteral("Studio_TakeList"))->currentIndex().row(),
+             0);
+    QTRY_VERIFY(!window->timeline()->clips().first().peaks.isEmpty());
+    window->session()->close();
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+void tst_StudioWindow::playheadFollowsTheTakeInProjectFrames_data()
+{
+    QTest::addColumn<int>("rate");
+    QTest::addColumn<qint64>("frames");
+    using Rate = KdVBLMODEL::KdFrameRate;
+    QTest::newRow("23.976") << static_cast<int>(Rate::Fps23_976) << qint64(240);
+    QTest::newRow("25") << static_cast<int>(Rate::Fps25) << qint64(250);
+    QTest::newRow("120") << static_cast<int>(Rate::Fps120) << qint64(600);
+}
+
+void tst_StudioWindow::playheadFollowsTheTakeInProjectFrames()
+{
+    QFETCH(int, rate);
+    QFETCH(qint64, frames);
+    IKdProjectManager::getInstance()->setFrameRate(static_cast<KdVBLMODEL::KdFrameRate>(rate));
+    ScriptedEngine engine;
+    const auto window = openWindow();
+    window->session()->open();
+    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_VERIFY(window->timeline()->isRecording());
+    engine.deliverTime(10000);
+    QTRY_COMPARE(window->timeline()->playhead(), frames);
+    WindowAnswers answers;
+    answers.answerMessage(QDialogButtonBox::Ok);
+    window->session()->close();
+    QTRY_VERIFY(!window->timeline()->isRecording());
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+void tst_StudioWindow::windowIsLockedWhileATakeRuns()
+{
+    ScriptedEngine engine;
+    engine.script().take = StudioSpeech::synthesise(1.0);
+    const auto window = openWindow();
+    window->session()->open();
+    QVERIFY(child(*window, "Studio_LockBar")->isHidden());
+    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_VERIFY(child(*window, "Studio_LockBar")->isVisible());
+    QVERIFY(!child(*window, "Studio_RecordVoiceOver")->isEnabled());
+    QVERIFY(!child(*window, "Studio_Skin")->isEnabled());
+    QTRY_VERIFY(window->timeline()->isRecording());
+    WindowAnswers answers;
+    answers.answerMessage(QDialogButtonBox::Ok);
+    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_VERIFY(child(*window, "Studio_LockBar")->isHidden());
+    QVERIFY(child(*window, "Studio_RecordVoiceOver")->isEnabled());
+    window->session()->close();
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+void tst_StudioWindow::muteOfTheRecorderMutesPlaying()
+{
+    ScriptedEngine engine;
+    KdAppSettings::GetInstance()->GetSettings()->GetGeneralSettings()->setIsAudioRecordingCheckMult(
+        true);
+    const auto window = openWindow();
+    QVERIFY(!window->player()->isMuted());
+    window->session()->open();
+    QTRY_VERIFY(window->player()->isMuted());
+    window->session()->close();
+    QTRY_VERIFY(!window->player()->isMuted());
+}
+
+void tst_StudioWindow::takeThatWasNotKeptIsSaid()
+{
+    ScriptedEngine engine;
+    const auto window = openWindow();
+    window->session()->open();
+    Q_EMIT window->session()->takeFinished(QString(), QStringLiteral("{}"), QStringLiteral("{}"));
+    QVERIFY2(window->statusText().contains(QStringLiteral("not kept")),
+             qPrintable(window->statusText()));
+    QCOMPARE(window->library()->count(), 0);
+    window->session()->close();
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+void tst_StudioWindow::fileThatIsNoTakeIsNotListed()
+{
+    ScriptedEngine engine;
+    engine.script().take = "no sound at all";
+    const auto window = openWindow();
+    record(*window, engine, 2000);
+    QTRY_VERIFY2(window->statusText().contains(QStringLiteral("was not added")),
+                 qPrintable(window->statusText()));
+    QCOMPARE(window->library()->count(), 0);
+    window->session()->close();
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+void tst_StudioWindow::takesFolderFollowsTheRecorder()
+{
+    ScriptedEngine engine;
+    engine.script().take = StudioSpeech::synthesise(1.5);
+    const auto window = openWindow();
+    const QString other = temporaryPath(QStringLiteral("other takes"));
+    KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(other);
+    record(*window, engine, 1500);
+    QTRY_COMPARE(window->library()->count(), 1);
+    QCOMPARE(window->library()->folder(), other);
+    QVERIFY(window->library()->takes().first().path.startsWith(other + QLatin1Char('/')));
+    window->session()->close();
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+void tst_StudioWindow::closingInMidTakeLosesNothing()
+{
+    ScriptedEngine engine;
+    engine.script().take = StudioSpeech::synthesise(1.5);
+    auto window = openWindow();
+    window->session()->open();
+    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_VERIFY(window->timeline()->isRecording());
+    QTest::qWait(1050);
+    window->close();
+    window.reset();
+    QCOMPARE(engine.alive(), 0);
+    const auto restarted = openWindow();
+    QCOMPARE(restarted->library()->count(), 1);
+    QTRY_VERIFY(restarted->library()->takes().first().state == StudioTake::State::Good);
+}
+
+void tst_StudioWindow::takesAreThereAfterARestart()
+{
+    ScriptedEngine engine;
+    engine.script().take = StudioSpeech::synthesise(1.5);
+    {
+        const auto window = openWindow();
+        record(*window, engine, 1500);
+        QTRY_COMPARE(window->library()->count(), 1);
+    }
+    const auto window = openWindow();
+    QCOMPARE(window->library()->count(), 1);
+    QTRY_COMPARE(window->timeline()->clips().size(), 1);
+    const QString path = window->library()->takes().first().path;
+    QVERIFY(QFile::remove(path));
+    QTRY_VERIFY(window->library()->takes().first().state == StudioTake::State::Missing);
+    QTRY_VERIFY(window->timeline()->clips().isEmpty());
+}
+
+void tst_StudioWindow::removedTakeLeavesListAndTimeline()
+{
+    const QString path = takes() + QStringLiteral("/a.wav");
+    TestFiles::write(path, StudioSpeech::synthesise(1.0));
+    const auto window = openWindow();
+    StudioTake take = takeFromReport(path, QString(), QString());
+    window->library()->add(take);
+    QTRY_COMPARE(window->timeline()->clips().size(), 1);
+    auto* const list = window->findChild<QListView*>(QStringLiteral("Studio_TakeList"));
+    DialogDriver::click(*list->viewport());
+    list->setCurrentIndex(list->model()->index(0, 0));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Delete);
+    QCOMPARE(window->library()->count(), 0);
+    QVERIFY(window->timeline()->clips().isEmpty());
+    QVERIFY(child(*window, "Studio_EmptyState")->isVisible());
+    QVERIFY(QFile::exists(path));
+}
+
+void tst_StudioWindow::bothSkinsAndAllLanguagesFit_data()
+{
+    QTest::addColumn<QString>("skin");
+    QTest::addColumn<QString>("language");
+    for (const char* skin : {"dark", "light"}) {
+        for (const StudioLanguages::Language& language : StudioLanguages::all()) {
+            QTest::newRow(qPrintable(QString::fromLatin1(skin) + QLatin1Char(' ') + language.code))
+                << QString::fromLatin1(skin) << language.code;
+        }
+    }
+}
+
+void tst_StudioWindow::bothSkinsAndAllLanguagesFit()
+{
+    QFETCH(QString, skin);
+    QFETCH(QString, language);
+    const auto window = openWindow();
+    const QImage before = window->grab().toImage();
+    KdSkin::KdSkinManager::instance()->setSkin(skin);
+    m_languages.use(language);
+    QCoreApplication::processEvents();
+    QCOMPARE(window->grab().toImage() != before,
+             skin != QLatin1String("dark") || language != QLatin1String("en"));
+    // A change of language lays the window out anew, one event later.
+    QTRY_VERIFY2(KdTest::clippedTexts(*window).isEmpty(),
+                 qPrintable(KdTest::clippedTexts(*window).join(QLatin1Char('\n'))));
+}
+
+void tst_StudioWindow::recordButtonWorksByKeyboard()
+{
+    ScriptedEngine engine;
+    const auto window = openWindow();
+    auto* const button = child(*window, "Studio_RecordVoiceOver");
+    for (int i = 0; i < 20 && !button->hasFocus(); ++i) {
+        QTest::keyClick(window.get(), Qt::Key_Tab);
+    }
+    QVERIFY(button->hasFocus());
+    QTest::keyClick(button, Qt::Key_Space);
+    QTRY_VERIFY(window->session()->isOpen());
+    window->session()->close();
+    QTRY_VERIFY(!window->session()->isOpen());
+}
+
+int main(int argc, char** argv)
+{
+    return KdTest::run<tst_StudioWindow>(argc, argv);
+}
+
+#include "tst_StudioWindow.moc"
