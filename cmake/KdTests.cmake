@@ -1,19 +1,20 @@
 find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
 
-# kd_add_test(tst_Name [SOURCES ...] [LINKS ...] LABEL unit|gui|engine|e2e [TIMEOUT seconds])
+# kd_add_test(tst_Name [SOURCES ...] [LINKS ...] LABEL unit|gui|engine|e2e [MOUNTS] [TIMEOUT seconds])
 # One executable and one CTest entry from tst_Name.cpp. gui tests need a display; engine and e2e tests run in a
-# private session of their own with a display, a message bus, a sound server and no device but the test's.
+# private session of their own with a display, a message bus, a sound server and no device but the test's. MOUNTS adds
+# the right to mount small disks.
 function(kd_add_test name)
-  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "MOUNTS" "LABEL;TIMEOUT" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} KdTestSupport kd_flags)
   set(launcher)
   if(ARG_LABEL STREQUAL "gui")
     set(launcher ${PROJECT_SOURCE_DIR}/tools/virtual-session --display --)
   elseif(ARG_LABEL STREQUAL "engine" OR ARG_LABEL STREQUAL "e2e")
-    set(launcher ${PROJECT_SOURCE_DIR}/tools/virtual-session --display --sound --)
+    set(launcher ${PROJECT_SOURCE_DIR}/tools/virtual-session --display --sound $<$<BOOL:${ARG_MOUNTS}>:--mounts> --)
   endif()
-  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
+  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}> COMMAND_EXPAND_LISTS)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
