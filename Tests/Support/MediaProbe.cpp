@@ -78,6 +78,8 @@ QVector<float> MediaProbe::samples(const QString& path, int samplerate)
     const Command::Result decoded =
         Command::run(QStringLiteral("ffmpeg"),
                      {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
+                      // Without the limit two equal channels would add up to more than each of them.
+                      QStringLiteral("-af"), QStringLiteral("aresample=rematrix_maxval=1.0"),
                       QStringLiteral("-ac"), QStringLiteral("1"), QStringLiteral("-ar"),
                       QString::number(samplerate), QStringLiteral("-f"), QStringLiteral("f32le"),
                       QStringLiteral("-")},
