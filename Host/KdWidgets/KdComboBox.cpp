@@ -1,5 +1,7 @@
 #include <KdWidgets/KdComboBox.h>
 
+#include <KdWidgets/KdSkinManager.h>
+
 #include <KdWidgets/KdText.h>
 
 #include <QHelpEvent>
@@ -35,6 +37,7 @@ public:
 
 KdComboBox::KdComboBox(QWidget* parent) : QComboBox(parent)
 {
+    KdSkin::KdSkinManager::instance();
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
 }

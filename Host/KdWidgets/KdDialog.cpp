@@ -1,8 +1,13 @@
 #include <KdWidgets/KdDialog.h>
 
+#include <KdWidgets/KdSkinManager.h>
+
 #include <QEvent>
 
-KdDialog::KdDialog(QWidget* parent, Qt::WindowFlags flags) : QDialog(parent, flags) {}
+KdDialog::KdDialog(QWidget* parent, Qt::WindowFlags flags) : QDialog(parent, flags)
+{
+    KdSkin::KdSkinManager::instance();
+}
 
 KdDialog::~KdDialog() = default;
 

@@ -1,8 +1,13 @@
 #include <KdWidgets/KdDoubleSpinBox.h>
 
+#include <KdWidgets/KdSkinManager.h>
+
 #include <QLineEdit>
 
-KdDoubleSpinBox::KdDoubleSpinBox(QWidget* parent) : QDoubleSpinBox(parent) {}
+KdDoubleSpinBox::KdDoubleSpinBox(QWidget* parent) : QDoubleSpinBox(parent)
+{
+    KdSkin::KdSkinManager::instance();
+}
 
 QString KdDoubleSpinBox::editText() const
 {

@@ -1,6 +1,5 @@
 #include <KdWidgets/KdFramelessDialog.h>
 
-#include <KdWidgets/KdSkinManager.h>
 #include <KdWidgets/KdTitleBar.h>
 #include <KdWidgets/KdWindowWatch.h>
 
@@ -27,7 +26,6 @@ KdFramelessDialog::KdFramelessDialog(QWidget* parent, bool titleBar, bool shadow
     , m_pButtonLayout(new QHBoxLayout(m_pButtonBar))
     , m_pLayout(new QVBoxLayout(this))
 {
-    KdSkin::KdSkinManager::instance();
     m_pTitleBar->setVisible(titleBar);
     m_pButtonLayout->setContentsMargins(16, 0, 16, 16);
     m_pButtonLayout->setSpacing(8);
@@ -118,15 +116,19 @@ void KdFramelessDialog::centre()
 
 void KdFramelessDialog::orderFocus()
 {
+    QWidget* last = previousInFocusChain();
+    while (last != this &&
+           (last->focusPolicy() == Qt::NoFocus || m_pTitleBar->isAncestorOf(last))) {
+        last = last->previousInFocusChain();
+    }
+    if (last == this) {
+        return;
+    }
+    // Backwards: the chain is a ring, in which Qt holds the first button to be behind the last
+    // control already.
     const auto buttons = m_pTitleBar->findChildren<QToolButton*>();
-    for (QToolButton* button : buttons) {
-        QWidget* last = previousInFocusChain();
-        while (last != this && (last == button || last->focusPolicy() == Qt::NoFocus)) {
-            last = last->previousInFocusChain();
-        }
-        if (last != this) {
-            setTabOrder(last, button);
-        }
+    for (auto button = buttons.crbegin(); button != buttons.crend(); ++button) {
+        setTabOrder(last, *button);
     }
 }
 

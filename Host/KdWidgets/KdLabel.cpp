@@ -17,6 +17,7 @@ KdLabel::KdLabel(QWidget* parent) : KdLabel(QString(), parent) {}
 
 KdLabel::KdLabel(const QString& text, QWidget* parent) : QLabel(parent)
 {
+    KdSkin::KdSkinManager::instance();
     setTextFormat(Qt::PlainText);
     setText(text);
 }

@@ -26,6 +26,7 @@ KdPushButton* createButton(QWidget* parent, const QString& text, int height, con
 
 KdPushButton::KdPushButton(QWidget* parent) : QPushButton(parent)
 {
+    KdSkin::KdSkinManager::instance();
     // Otherwise Return in a field would press the dialog's first button.
     setAutoDefault(false);
 }

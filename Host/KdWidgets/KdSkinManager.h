@@ -38,6 +38,7 @@ class KDWIDGETS_EXPORT KdSkinManager : public QObject
     Q_OBJECT
 
 public:
+    /** Made, and the application styled in the dark skin, with the kit's first widget. */
     static KdSkinManager* instance();
 
     /** @return "dark" and "light". */

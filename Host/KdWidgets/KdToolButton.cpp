@@ -43,7 +43,10 @@ void drawTextBesideIcon(QStylePainter* painter, const QStyleOptionToolButton& op
 
 } // namespace
 
-KdToolButton::KdToolButton(QWidget* parent) : QToolButton(parent) {}
+KdToolButton::KdToolButton(QWidget* parent) : QToolButton(parent)
+{
+    KdSkin::KdSkinManager::instance();
+}
 
 KdToolButton* KdToolButton::CreateToolButton(QWidget* parent, const QString& objectName,
                                              const QString& styleKey)

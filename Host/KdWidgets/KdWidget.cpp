@@ -1,8 +1,13 @@
 #include <KdWidgets/KdWidget.h>
 
+#include <KdWidgets/KdSkinManager.h>
+
 #include <QEvent>
 
-KdWidget::KdWidget(QWidget* parent) : QWidget(parent) {}
+KdWidget::KdWidget(QWidget* parent) : QWidget(parent)
+{
+    KdSkin::KdSkinManager::instance();
+}
 
 KdWidget::~KdWidget() = default;
 
