@@ -53,14 +53,6 @@ KdToolButton* makeStyledButton(QWidget* parent, const QString& name, const QSize
     return button;
 }
 
-/** Gives a translucent window a round ground: without a compositor it would be a black square. */
-void makeOpaque(QWidget* window)
-{
-    window->setAttribute(Qt::WA_TranslucentBackground, false);
-    window->setAttribute(Qt::WA_NoSystemBackground, false);
-    window->setMask(QRegion(window->rect(), QRegion::Ellipse));
-}
-
 KdComboBox* makeChoice(QWidget* parent, const QString& name)
 {
     auto* const choice = new KdComboBox(parent);
@@ -98,6 +90,7 @@ KdAudioRecordPanelUi::KdAudioRecordPanelUi(QWidget* panel) : m_pPanel(panel)
     makeSettings();
     layOut();
     setTabOrder();
+    startStop->setFocus();
 }
 
 void KdAudioRecordPanelUi::makeTakeControls()
@@ -123,6 +116,8 @@ void KdAudioRecordPanelUi::makeTakeControls()
     QFont figures = time->font();
     figures.setPointSize(kTimePointSize);
     time->setFont(figures);
+    // As much to the right as the blank takes on the left: the figures stand in the middle.
+    time->setContentsMargins(0, 0, QFontMetrics(figures).horizontalAdvance(QLatin1Char(' ')), 0);
     m_pTimeCaption = makeCaption(m_pPanel);
     meter = new KdAudioVolumeWidget(m_pPanel);
     meter->setObjectName(QStringLiteral("KAudioCapture_VolumeMeter"));
@@ -132,7 +127,8 @@ void KdAudioRecordPanelUi::makeTakeControls()
     countdown->setObjectName(QStringLiteral("KAudioCapture_Countdown"));
     countdown->setFixedSize(kCountdownSize);
     countdown->SetCycleWidth(kCycleWidth);
-    makeOpaque(countdown);
+    // Without a compositor what is left free around the disc would be black.
+    countdown->setMask(QRegion(countdown->rect(), QRegion::Ellipse));
 }
 
 void KdAudioRecordPanelUi::makeSettings()
@@ -168,6 +164,8 @@ void KdAudioRecordPanelUi::makeSettings()
     m_pFolderCaption = makeCaption(m_pPanel, folder);
     m_pSecondsCaption = makeCaption(m_pPanel, seconds);
     m_pSecondsUnit = makeCaption(m_pPanel);
+    // In line with the text of the button above it.
+    m_pSecondsUnit->setContentsMargins(6, 0, 0, 0);
 }
 
 void KdAudioRecordPanelUi::layOut()
