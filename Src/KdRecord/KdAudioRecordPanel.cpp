@@ -252,7 +252,7 @@ void KdAudioRecordPanel::slotDeviceStatusChanged(KdVBLMODEL::KdCaptureDeviceStat
 
 // Settings
 
-void KdAudioRecordPanel::slotOnSavePathChanged(QString strPath)
+void KdAudioRecordPanel::slotOnSavePathChanged(const QString& strPath)
 {
     appSettings()->GetFolderSettings()->SetRecoderVoiceFolder(strPath);
 }

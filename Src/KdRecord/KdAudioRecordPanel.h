@@ -97,7 +97,7 @@ private Q_SLOTS:
     void slotCountViewPressed(QPoint globalPos);
     void slotCaptureTime(qint64 miliseconds);
     void slotCaptureVolume(int volume);
-    void slotOnSavePathChanged(QString strPath);
+    void slotOnSavePathChanged(const QString& strPath);
     void slotCountdownChanged(double value);
     void slotDeviceStatusChanged(KdVBLMODEL::KdCaptureDeviceStatus status, int deviceIdx);
     void slotReRecord();
@@ -138,6 +138,7 @@ private:
     void giveUpTake();
     void StopRecord(bool fromUi);
     bool endRecording(bool fromUi);
+    bool endWhatRuns();
     void reportTake(bool isFinished);
     void handleDeviceLost(int status, int deviceIdx);
     KAdvanceSettings* advanceSettings();

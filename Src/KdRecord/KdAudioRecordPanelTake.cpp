@@ -421,15 +421,19 @@ bool KdAudioRecordPanel::endRecording(bool fromUi)
     if (!fromUi) {
         return m_pRecorderHelper->stop();
     }
-    bool isFinished = true;
+    const bool isFinished = endWhatRuns();
+    Q_EMIT sigEndCapture();
+    return isFinished;
+}
+
+bool KdAudioRecordPanel::endWhatRuns()
+{
     if (m_pUi->countdown->isActive()) {
         m_pUi->countdown->Abort();
         hideCountdown();
-    } else if (m_pUi->startStop->isChecked()) {
-        isFinished = m_pRecorderHelper->stop();
+        return true;
     }
-    Q_EMIT sigEndCapture();
-    return isFinished;
+    return !m_pUi->startStop->isChecked() || m_pRecorderHelper->stop();
 }
 
 void KdAudioRecordPanel::reportTake(bool isFinished)

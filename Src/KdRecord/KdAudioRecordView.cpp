@@ -49,7 +49,7 @@ void KdAudioRecordView::initWidgets()
     setTitleBarButtons(KdTitleBar::MinimizeToTrayAndClose);
     SetMinimizedEnable(false);
     initTray();
-    RetranslateUi();
+    KdAudioRecordView::RetranslateUi();
     updateTrayIcon();
 }
 

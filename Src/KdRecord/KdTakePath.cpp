@@ -5,8 +5,8 @@
 
 namespace {
 
-// A day: no one records a take in every second of it, and a folder that says so is not believed.
-constexpr int kSecondsToTry = 24 * 60 * 60;
+// An hour: no one records a take in every second of it, and a folder that says so is not believed.
+constexpr int kSecondsToTry = 60 * 60;
 
 } // namespace
 
@@ -21,7 +21,7 @@ QString KdTakePath::composeFree(const QString& folder, const QString& pattern,
                                 const QDateTime& time, const IsTaken& isTaken)
 {
     for (int seconds = 0; seconds < kSecondsToTry; ++seconds) {
-        const QString path = compose(folder, pattern, time.addSecs(seconds));
+        QString path = compose(folder, pattern, time.addSecs(seconds));
         if (!isTaken(path)) {
             return path;
         }

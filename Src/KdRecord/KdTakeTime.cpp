@@ -1,6 +1,7 @@
 #include <KdRecord/KdTakeTime.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -48,5 +49,5 @@ float KdTakeTime::framesPerSecond(qint64 numerator, qint64 denominator)
 
 qint64 KdTakeTime::toFrames(qint64 milliseconds, float framesPerSecond)
 {
-    return static_cast<qint64>(toSeconds(milliseconds) * framesPerSecond + 0.5F);
+    return std::llround(toSeconds(milliseconds) * framesPerSecond);
 }
