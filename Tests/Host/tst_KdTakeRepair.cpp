@@ -397,7 +397,7 @@ void tst_KdTakeRepair::damageAnywhereNeverCrashes()
     QRandomGenerator random(20261120);
     QElapsedTimer timer;
     timer.start();
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 200; ++round) {
         QByteArray content = round % 2 ? stoppedAt(Indexing, 500, false) : fragmented(false);
         content.truncate(60000);
         const int header = content.indexOf(round % 2 ? "hoov" : "moov");

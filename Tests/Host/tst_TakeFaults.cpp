@@ -179,7 +179,7 @@ void tst_TakeFaults::anyWriteMayFail()
     QFETCH(int, count);
     allowLog(QStringLiteral("^KdTake"));
     QVERIFY(QDir().mkpath(folder()));
-    constexpr double kSeconds = 1.2;
+    constexpr double kSeconds = 0.8;
     int calls = kForEver;
     for (int number = 1; number <= calls; ++number) {
         {
