@@ -71,7 +71,8 @@ bool syncDescriptor(int descriptor)
     do {
         result = ::fsync(descriptor);
     } while (result < 0 && errno == EINTR);
-    return result == 0;
+    // Some file systems cannot sync and say so; that they took the bytes is then all there is.
+    return result == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
 } // namespace
@@ -127,10 +128,8 @@ bool syncFile(const QString& path, QString* error)
 bool syncFolder(const QString& folder)
 {
     const Handle handle(openRetrying(QFile::encodeName(folder), O_RDONLY | O_DIRECTORY));
-    if (!handle.isOpen()) {
-        return false;
-    }
-    return syncDescriptor(descriptorOf(handle)) || errno == EINVAL || errno == ENOTSUP;
+    // A folder may be written to and yet not be read.
+    return handle.isOpen() ? syncDescriptor(descriptorOf(handle)) : errno == EACCES;
 }
 
 bool write(const Handle& handle, const QByteArray& content, QString* error)

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void unusedClaimIsTakenBack();
     void begunClaimIsKept();
     void finishConfirmsAFileThatWasWritten();
+    void folderThatCannotBeListedIsGoodEnough();
     void finishFailsWhenTheFileIsGone();
     void finishFailsWhenTheFolderIsGone();
     void finishFailsWhenAnotherFileTookItsPlace();
@@ -254,6 +255,21 @@ void tst_KdTakeFile::finishConfirmsAFileThatWasWritten()
     QVERIFY2(take.finish(&error), qPrintable(error));
     QVERIFY(!take.isClaimed());
     QCOMPARE(TestFiles::read(path), QByteArray("media"));
+}
+
+void tst_KdTakeFile::folderThatCannotBeListedIsGoodEnough()
+{
+    makeFolder();
+    QVERIFY(QFile::setPermissions(QFileInfo(folder()).path(), QFile::Permissions(0x7755)));
+    QVERIFY(QFile::setPermissions(folder(), QFile::Permissions(0x3333)));
+    const FileFaults::WithoutPrivileges nobody;
+    const QString path = inFolder(QStringLiteral("1.m4a"));
+    KdTakeFile take;
+    QString error;
+    QVERIFY2(take.claim(path, &error), qPrintable(error));
+    take.begun();
+    TestFiles::write(path, "media");
+    QVERIFY2(take.finish(&error), qPrintable(error));
 }
 
 void tst_KdTakeFile::finishFailsWhenTheFileIsGone()
