@@ -5,8 +5,8 @@
 
 #include <gst/gst.h>
 
-#include <atomic>
 #include <memory>
+#include <mutex>
 
 namespace {
 
@@ -14,20 +14,52 @@ namespace {
 constexpr GstClockTime kPatience = 30 * GST_SECOND;
 constexpr GstClockTime kLook = 50 * GST_MSECOND;
 
-/** Counted on the streaming thread, looked at on the calling one. */
-struct Counts
+/** Counted on streaming threads, looked at on the calling one. */
+class Counts
 {
-    GstElement* pipeline = nullptr;
-    std::atomic<int> audio{0};
-    std::atomic<int> video{0};
-    int total() const { return audio + video; }
-};
+public:
+    explicit Counts(GstElement* pipeline)
+    {
+        // Threads that GStreamer makes see what was written so far only through this lock.
+        const std::lock_guard<std::mutex> publish(m_mutex);
+        m_pipeline = pipeline;
+    }
 
-GstPadProbeReturn count(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer counter)
-{
-    ++*static_cast<std::atomic<int>*>(counter);
-    return GST_PAD_PROBE_OK;
-}
+    GstElement* pipeline() const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return m_pipeline;
+    }
+    int audio() const { return get(m_audio); }
+    int video() const { return get(m_video); }
+
+    static GstPadProbeReturn countAudio(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer counts)
+    {
+        return static_cast<Counts*>(counts)->add(&Counts::m_audio);
+    }
+    static GstPadProbeReturn countVideo(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer counts)
+    {
+        return static_cast<Counts*>(counts)->add(&Counts::m_video);
+    }
+
+private:
+    int get(const int& counter) const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return counter;
+    }
+    GstPadProbeReturn add(int Counts::*counter)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        ++(this->*counter);
+        return GST_PAD_PROBE_OK;
+    }
+
+    mutable std::mutex m_mutex; ///< guards what follows
+    GstElement* m_pipeline = nullptr;
+    int m_audio = 0;
+    int m_video = 0;
+};
 
 // Every stream gets its parser, which refuses what is not the format that it claims to be.
 void addStream(GstElement* /*demuxer*/, GstPad* pad, gpointer data)
@@ -43,11 +75,11 @@ void addStream(GstElement* /*demuxer*/, GstPad* pad, gpointer data)
         gst_element_factory_make(isVideo ? "h264parse" : "aacparse", nullptr);
     GstElement* const sink = gst_element_factory_make("fakesink", nullptr);
     g_object_set(sink, "async", FALSE, "sync", FALSE, nullptr);
-    gst_bin_add_many(GST_BIN(counts->pipeline), parser, sink, nullptr);
+    gst_bin_add_many(GST_BIN(counts->pipeline()), parser, sink, nullptr);
     gst_element_link(parser, sink);
     const KdGstPtr<GstPad> input(gst_element_get_static_pad(parser, "sink"));
-    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER, count,
-                      isVideo ? &counts->video : &counts->audio, nullptr);
+    gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BUFFER,
+                      isVideo ? Counts::countVideo : Counts::countAudio, counts, nullptr);
     gst_element_sync_state_with_parent(sink);
     gst_element_sync_state_with_parent(parser);
     gst_pad_link(pad, input.get());
@@ -89,8 +121,9 @@ End runToEnd(GstElement* pipeline, const Counts& counts, const std::function<boo
             *problem = problemOf(message.get());
             return End::Failed;
         }
-        idle = before == counts.total() ? idle + kLook : 0;
-        before = counts.total();
+        const int now = counts.audio() + counts.video();
+        idle = before == now ? idle + kLook : 0;
+        before = now;
     }
     *problem = QStringLiteral("Reading the file came to a halt.");
     return End::Failed;
@@ -111,14 +144,13 @@ KdTakeContents KdTakeCheck::read(const QString& path, const std::function<bool()
     g_object_set(source, "location", KdTakeFile::locationFor(path).constData(), nullptr);
     gst_bin_add_many(GST_BIN(pipeline.get()), source, demuxer, nullptr);
     gst_element_link(source, demuxer);
-    Counts counts;
-    counts.pipeline = pipeline.get();
+    Counts counts(pipeline.get());
     g_signal_connect(demuxer, "pad-added", G_CALLBACK(addStream), &counts);
     gst_element_set_state(pipeline.get(), GST_STATE_PLAYING);
     const End end = runToEnd(pipeline.get(), counts, goesOn, &contents.problem);
     gst_element_set_state(pipeline.get(), GST_STATE_NULL);
     contents.isReadable = end == End::Reached;
-    contents.audioFrames = counts.audio;
-    contents.videoFrames = counts.video;
+    contents.audioFrames = counts.audio();
+    contents.videoFrames = counts.video();
     return contents;
 }
