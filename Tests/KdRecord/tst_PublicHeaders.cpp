@@ -1,3 +1,14 @@
+#include <KdRecord/KAudioRecordPreviewWidget.h>
+#include <KdRecord/KAudioSettings.h>
+#include <KdRecord/KComboboxExt.h>
+#include <KdRecord/KQuestionLabel.h>
+#include <KdRecord/KRecordVideoAdvancedClickEvent.h>
+#include <KdRecord/KRecordVideoAdvancedExposeEvent.h>
+#include <KdRecord/KdAudioRecordHelper.h>
+#include <KdRecord/KdAudioRecordView.h>
+#include <KdRecord/KdCountCtrl.h>
+#include <KdRecord/KdCountCtrlVideo.h>
+
 #include <Support/KdTestCase.h>
 
 #include <QFile>
@@ -15,9 +26,9 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("header");
         for (const char* header :
-             {"KdCaptureEngine", "KdAudioRecordHelper", "KdCountCtrl", "KdCountCtrlVideo",
-              "KAudioSettings", "KComboboxExt", "KQuestionLabel", "KAudioRecordPreviewWidget",
-              "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
+             {"KdCaptureEngine", "KdAudioRecordView", "KdAudioRecordHelper", "KdCountCtrl",
+              "KdCountCtrlVideo", "KAudioSettings", "KComboboxExt", "KQuestionLabel",
+              "KAudioRecordPreviewWidget", "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
               "KRecordVideoAdvancedExposeEvent"}) {
             QTest::newRow(header) << QStringLiteral("KdRecord/") + QLatin1String(header) +
                                          QStringLiteral(".h");
@@ -28,6 +39,29 @@ private Q_SLOTS:
     {
         QFETCH(QString, header);
         QVERIFY(QStringLiteral(KDRECORD_PUBLIC_HEADERS).split(QLatin1Char(',')).contains(header));
+    }
+
+    // Linked with the library as hosts load it: what it hid would not link.
+    void theLibraryExportsItsWidgetsAndHelpers()
+    {
+        const QVector<const QMetaObject*> classes{
+            &KdAudioRecordView::staticMetaObject, &KdAudioRecorderHelper::staticMetaObject,
+            &KdCountCtrl::staticMetaObject,       &KdCountCtrlVideo::staticMetaObject,
+            &KAudioSettings::staticMetaObject,    &KComboboxExt::staticMetaObject,
+            &KQuestionLabel::staticMetaObject,    &KAudioRecordPreviewWidget::staticMetaObject};
+        for (const QMetaObject* meta : classes) {
+            QVERIFY(meta->inherits(&QObject::staticMetaObject));
+        }
+    }
+
+    void theLibraryExportsItsUsageReports()
+    {
+        const KRecordAdvancedEvent base(QStringLiteral("any"), KRecordAdvancedEvent::AudioRecorder);
+        const KRecordVideoAdvancedExposeEvent expose(KRecordAdvancedEvent::AudioRecorder);
+        const KRecordVideoAdvancedClickEvent click(KRecordAdvancedEvent::AudioRecorder,
+                                                   QStringLiteral("apply"));
+        QCOMPARE(base.properties(), expose.properties());
+        QCOMPARE(click.properties().size(), 2);
     }
 
     void noPublicHeaderReachesIntoGStreamerOrPrivateHeaders_data()
