@@ -140,12 +140,9 @@ bool KdDemoMicrophone::isMicrophoneThere()
 QString KdDemoMicrophone::start()
 {
     using Step = QString (KdDemoMicrophone::*)();
-    const QString missing = checkTools();
-    if (!missing.isEmpty()) {
-        return missing;
-    }
-    for (const Step step : {&KdDemoMicrophone::makeDevice, &KdDemoMicrophone::speak}) {
-        const QString error = (this->*step)();
+    for (const Step step :
+         {&KdDemoMicrophone::checkTools, &KdDemoMicrophone::makeDevice, &KdDemoMicrophone::speak}) {
+        QString error = (this->*step)();
         if (!error.isEmpty()) {
             return error;
         }
@@ -156,7 +153,7 @@ QString KdDemoMicrophone::start()
                : QStringLiteral("The demonstration microphone does not work. %1").arg(silence);
 }
 
-QString KdDemoMicrophone::checkTools() const
+QString KdDemoMicrophone::checkTools()
 {
     for (const char* tool : {"pw-cli", "pw-dump", "pw-link", "pw-play"}) {
         if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) {

@@ -37,7 +37,7 @@ public:
     static QString displayName();
 
 private:
-    QString checkTools() const;
+    QString checkTools();
     QString makeDevice();
     QString speak();
     /** Connects the voice with the device. @return whether all of its channels are */

@@ -19,7 +19,7 @@ QString errorText(GstMessage* message)
 {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    const QString text = error ? QString::fromUtf8(error->message) : QString();
+    QString text = error ? QString::fromUtf8(error->message) : QString();
     g_clear_error(&error);
     return text;
 }

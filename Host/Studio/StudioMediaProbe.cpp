@@ -62,10 +62,9 @@ StudioMediaInfo discover(const QString& path)
     GstDiscovererInfo* const found = gst_discoverer_discover_uri(
         discoverer, StudioGst::fileUri(path).toLatin1().constData(), &error);
     const bool understood = found && gst_discoverer_info_get_result(found) == GST_DISCOVERER_OK;
-    const StudioMediaInfo info = understood
-                                     ? describe(found)
-                                     : unreadable(error ? QString::fromUtf8(error->message)
-                                                        : Texts::tr("It is not a sound file."));
+    StudioMediaInfo info = understood ? describe(found)
+                                      : unreadable(error ? QString::fromUtf8(error->message)
+                                                         : Texts::tr("It is not a sound file."));
     g_clear_error(&error);
     if (found) {
         gst_discoverer_info_unref(found);

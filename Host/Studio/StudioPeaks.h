@@ -22,7 +22,7 @@ class StudioPeakFolder
 {
 public:
     /** @param mostStretches at least 2 */
-    explicit StudioPeakFolder(int mostStretches = 4096);
+    explicit StudioPeakFolder(int mostStretches = 2048);
 
     /** @param samples mono; NaN and infinity count as silence */
     void add(const float* samples, std::size_t count);

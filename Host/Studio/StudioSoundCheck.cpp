@@ -51,7 +51,7 @@ QString waitForSound(GstElement* pipeline, GstElement* sink, int timeoutMs)
             return {};
         }
         anything = anything || sample;
-        const QString error = busError(pipeline);
+        QString error = busError(pipeline);
         if (!error.isEmpty()) {
             return error;
         }

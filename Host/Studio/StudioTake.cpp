@@ -40,7 +40,7 @@ StudioTake takeFromReport(const QString& path, const QString& fileInfo,
 QString formatTakeLength(qint64 milliseconds)
 {
     const qint64 seconds = std::max<qint64>(0, milliseconds) / 1000;
-    const QString minutesAndSeconds = QStringLiteral("%1:%2").arg(
+    QString minutesAndSeconds = QStringLiteral("%1:%2").arg(
         QString::number(seconds / 60 % 60),
         QString::number(seconds % 60).rightJustified(2, QLatin1Char('0')));
     if (seconds < 3600) {

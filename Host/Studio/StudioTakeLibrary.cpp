@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr qint64 kLargestIndex = 16 * 1024 * 1024;
+constexpr qint64 kLargestIndex = qint64(16) * 1024 * 1024;
 /** A take in the making changes the folder many times a second. */
 constexpr int kRefreshDelayMs = 200;
 

@@ -146,19 +146,21 @@ void StudioWindow::layOut()
 
 void StudioWindow::connectTakes()
 {
+    m_timelineRefresh.setSingleShot(true);
+    connect(&m_timelineRefresh, &QTimer::timeout, this, &StudioWindow::showTimeline);
     connect(m_pLibrary, &StudioTakeLibrary::problem, this, &StudioWindow::showStatus);
     connect(m_pLibrary, &StudioTakeLibrary::changed, this, &StudioWindow::refreshTake);
     connect(m_pLibrary, &StudioTakeLibrary::reset, this, [this] { showTake(-1); });
     for (const auto change :
          {&StudioTakeLibrary::inserted, &StudioTakeLibrary::removed, &StudioTakeLibrary::changed}) {
-        connect(m_pLibrary, change, this, &StudioWindow::showTimeline);
+        connect(m_pLibrary, change, this, &StudioWindow::refreshTimeline);
     }
-    connect(m_pLibrary, &StudioTakeLibrary::reset, this, &StudioWindow::showTimeline);
+    connect(m_pLibrary, &StudioTakeLibrary::reset, this, &StudioWindow::refreshTimeline);
     connect(m_pAnalyser, &StudioTakeAnalyser::waveformRead, this,
             [this](const QString& path, const StudioPeaks& peaks) {
                 m_pModel->setPeaks(path, peaks);
                 refreshTake(m_pLibrary->rowOf(path));
-                showTimeline();
+                refreshTimeline();
             });
     connect(m_pTakes, &StudioTakePane::currentRowChanged, this, &StudioWindow::showTake);
     connect(m_pTakes, &StudioTakePane::removeRequested, this, [this](int row) {
@@ -268,6 +270,11 @@ void StudioWindow::chooseTake(const QString& path)
     m_pTakes->setCurrentRow(m_pLibrary->rowOf(path));
 }
 
+void StudioWindow::refreshTimeline()
+{
+    m_timelineRefresh.start();
+}
+
 void StudioWindow::showTimeline()
 {
     QVector<StudioClip> clips = layOutClips(m_pLibrary->takes(), m_pTimeline->frameRate());
@@ -300,7 +307,6 @@ void StudioWindow::setLocked(bool locked)
 
 void StudioWindow::beginTake()
 {
-    m_pPlayer->pause();
     m_pTimeline->beginRecording();
     showStatus(tr("Recording\u2026"));
 }

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <QTimer>
 
 class KdLabel;
 class KdTrackEvent;
@@ -70,6 +71,8 @@ private:
     void openVoiceFolder();
     void showStatus(const QString& text);
     void showTake(int row);
+    /** Once, however often it is asked for within one event. */
+    void refreshTimeline();
     void showTimeline();
     void refreshTake(int row);
     void showPlayPosition(qint64 milliseconds);
@@ -101,4 +104,5 @@ private:
     KdLabel* m_pTimecode = nullptr;
     KdLabel* m_pFrameRate = nullptr;
     KdLabel* m_pStatus = nullptr;
+    QTimer m_timelineRefresh;
 };

@@ -116,7 +116,7 @@ void tst_StudioWindow::recordingIsListedPlayedAndOnTheTimeline()
     QVERIFY(take.state == StudioTake::State::Good);
     QCOMPARE(take.durationMs, 2000);
     QVERIFY(take.fileInfo.contains(QStringLiteral("\"file_duration\": 2")));
-    QCOMPARE(window->timeline()->clips().size(), 1);
+    QTRY_COMPARE(window->timeline()->clips().size(), 1);
     QCOMPARE(window->timeline()->clips().first().frames, 60);
     QCOMPARE(window->player()->file(), take.path);
     QCOMPARE(window->findChild<QListView*>(QStringLiteral("Studio_TakeList"))->currentIndex().row(),
@@ -185,6 +185,8 @@ void tst_StudioWindow::muteOfTheRecorderMutesPlaying()
     QVERIFY(!window->player()->isMuted());
     window->session()->open();
     QTRY_VERIFY(window->player()->isMuted());
+    QVERIFY(child(*window, "Studio_Muted")
+                ->isVisibleTo(child(*window, "Studio_Muted")->parentWidget()));
     window->session()->close();
     QTRY_VERIFY(!window->player()->isMuted());
 }
@@ -279,7 +281,7 @@ void tst_StudioWindow::removedTakeLeavesListAndTimeline()
     list->setFocus();
     QTest::keyClick(list, Qt::Key_Delete);
     QCOMPARE(window->library()->count(), 0);
-    QVERIFY(window->timeline()->clips().isEmpty());
+    QTRY_VERIFY(window->timeline()->clips().isEmpty());
     QVERIFY(child(*window, "Studio_EmptyState")->isVisible());
     QVERIFY(QFile::exists(path));
 }
