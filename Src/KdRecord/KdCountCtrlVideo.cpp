@@ -18,7 +18,8 @@ constexpr int RingSide = 145;
 } // namespace
 
 KdCountCtrlVideo::KdCountCtrlVideo(QWidget* parent)
-    : KdCountCtrl(parent), m_ringPixmap(KdScreenPixmap::load(QStringLiteral(":/Resource/icon145_Ellipse.png"),
+    : KdCountCtrl(parent)
+    , m_ringPixmap(KdScreenPixmap::load(QStringLiteral(":/Resource/icon145_Ellipse.png"),
                                         devicePixelRatioF()))
 {
 }
