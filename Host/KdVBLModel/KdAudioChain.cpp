@@ -12,7 +12,7 @@ namespace {
 // Small enough for a meter that follows the voice and for a take that begins at once; the buffer is
 // what a busy machine may be late without a gap.
 constexpr gint64 kLatencyUs = 10000;
-constexpr gint64 kBufferUs = 200000;
+constexpr gint64 kBufferUs = 2000000;
 
 bool hasProperty(GstElement* element, const char* name)
 {

@@ -1,6 +1,5 @@
 #include <KdVBLModel/KdAudioEngine.h>
 
-#include <KdVBLModel/KdElementWarmUp.h>
 #include <KdVBLModel/KdMonotonicTime.h>
 
 #include <KdCore/KdBaseLog.h>
@@ -13,7 +12,8 @@ using namespace std::chrono_literals;
 namespace {
 
 // What the contract allows an operation to take, less a little for the way there and back.
-constexpr auto kStartPatience = 280ms;
+constexpr auto kStartPatience = 200ms;
+constexpr auto kUndoPatience = 80ms;
 constexpr auto kListPatience = 250ms;
 constexpr auto kStopPatience = 1950ms;
 constexpr auto kShutDownPatience = 2000ms;
@@ -53,42 +53,56 @@ void KdAudioEngine::shutDown()
     }
 }
 
+// A file that is not there in time means no take. An input that is not there in time is still
+// waited for: the take begins with its first sound, and the time tells so.
 bool KdAudioEngine::start()
 {
     const auto self = shared_from_this();
-    const std::optional<bool> begun =
-        m_worker.call<bool>([self] { return self->beginTake(); }, kStartPatience,
-                            [self](bool isLate) {
-                                if (isLate) {
-                                    self->undoStart();
-                                }
-                            });
-    if (!begun) {
+    const qint64 deadlineNs = kdMonotonicNs() + std::chrono::nanoseconds(kStartPatience).count();
+    const std::optional<bool> isOpen = m_worker.call<bool>(
+        [self] { return self->beginTake(); }, kStartPatience, [self](bool) { self->undoStart(); });
+    if (!isOpen) {
         KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::start"),
                          "The recording did not start in time; the sound server or the disk is "
                          "too slow.");
     }
-    return begun.value_or(false);
+    if (!isOpen.value_or(false)) {
+        return false;
+    }
+    const std::chrono::nanoseconds left(qMax<qint64>(0, deadlineNs - kdMonotonicNs()));
+    const std::optional<bool> hasInput =
+        m_worker.call<bool>([self] { return self->connectInput(); },
+                            std::chrono::duration_cast<std::chrono::milliseconds>(left),
+                            [self](bool isConnected) {
+                                if (!isConnected) {
+                                    self->loseInput();
+                                }
+                            });
+    if (hasInput.value_or(true)) {
+        return true;
+    }
+    m_worker.call<bool>([self] { return self->undoStart(); }, kUndoPatience);
+    return false;
 }
 
 bool KdAudioEngine::stop()
 {
-    const RunningTake ending = running();
-    if (status() == fcsNoStart || !ending.take) {
+    const std::shared_ptr<KdAudioTake> take = exchangeTake({}).take;
+    if (!take) {
         return true;
     }
-    ending.take->close(); // now, not when the worker comes to it
-    const auto self = shared_from_this();
-    const std::optional<bool> kept =
-        m_worker.call<bool>([self] { return self->endTake(); }, kStopPatience);
-    if (!kept) {
+    post([take](KdAudioEngine& engine) {
+        take->finish();
+        engine.updateCapture();
+    });
+    // For the take, not for the worker: a sound server that hangs may hold that one.
+    const std::optional<bool> isKept = take->waitForOutcome(kStopPatience);
+    if (!isKept) {
         KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::stop"),
-                         "The recording did not end in time; the sound server or the disk is too "
-                         "slow.");
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_status = fcsNoStart;
+                         "The recording %s did not end in time; the disk is too slow.",
+                         qUtf8Printable(take->path()));
     }
-    return kept.value_or(false);
+    return isKept.value_or(false);
 }
 
 void KdAudioEngine::pause()
@@ -186,7 +200,6 @@ void KdAudioEngine::onDeviceRemoved(const KdCaptureDevice& device)
 
 void KdAudioEngine::onDevicesListed()
 {
-    post([](KdAudioEngine&) { kdWarmUpElements(); });
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_isListIncomplete) {
         m_isListIncomplete = false;

@@ -66,7 +66,7 @@ private:
     struct RunningTake
     {
         std::shared_ptr<KdAudioTake> take;
-        KdCaptureDevice device;
+        Settings settings;   ///< those it began with
         bool isOver = false; ///< finished already; the recorder still counts as recording
     };
 
@@ -76,19 +76,19 @@ private:
     RunningTake running() const;
     int listedIndex(const KdCaptureDevice& device) const;
     void post(std::function<void(KdAudioEngine&)> task);
+    /** Makes next the running take, and what ran before take nothing more. */
+    RunningTake exchangeTake(const RunningTake& next);
 
     // On the worker.
     bool beginTake();
-    void undoStart();
+    bool connectInput();
+    bool undoStart();
     std::shared_ptr<KdAudioTake> openTake(const Settings& wanted) const;
-    RunningTake exchangeTake(const RunningTake& next);
     bool hearsInput(KdAudioTake& take) const;
-    bool endTake();
     void concludeTake();
     bool openCapture(const Settings& wanted);
     void closeCapture();
     void updateCapture();
-    KdCaptureDevice wantedInput() const;
     void captureFailed(int captureNumber);
     void loseInput();
     void deviceCame(const KdCaptureDevice& device);
@@ -96,7 +96,7 @@ private:
     void check();
 
     // On the input's thread.
-    void onSamples(GstBuffer* buffer);
+    void onSamples(GstBuffer* buffer, const KdCaptureDevice& from);
 
     KdCallbackPump m_callbacks;
 

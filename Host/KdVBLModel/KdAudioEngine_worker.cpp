@@ -29,35 +29,40 @@ bool isPresent(const KdCaptureDevice& device)
 
 } // namespace
 
-// The former take, if one runs, closes the moment the new one opens, and is finished when the new
-// one has its sound: nothing of either is lost. It ends even if there is no new one.
+// The former take, if one runs, takes nothing more from the moment the new one is open: an input
+// that runs already loses nothing between them. It ends even if there is no new one.
 bool KdAudioEngine::beginTake()
 {
     const Settings wanted = settings();
     const std::shared_ptr<KdAudioTake> take = openTake(wanted);
-    const RunningTake former = exchangeTake({take, wanted.device, false});
-    const bool hasInput = take && openCapture(wanted) && hearsInput(*take);
+    const RunningTake former = exchangeTake({take, wanted, false});
     if (former.take) {
         former.take->finish();
     }
-    if (hasInput) {
-        KdBaseLog::write(KdBaseLog::Info, source("KdAudioEngine::beginTake"),
-                         "Recording %s from %s.", qUtf8Printable(take->path()),
-                         qUtf8Printable(wanted.device.name));
-        return true;
+    return take != nullptr;
+}
+
+bool KdAudioEngine::connectInput()
+{
+    const RunningTake now = running();
+    if (!now.take || !openCapture(now.settings) || !hearsInput(*now.take)) {
+        return false;
     }
-    endTake();
-    return false;
+    KdBaseLog::write(KdBaseLog::Info, source("KdAudioEngine::connectInput"),
+                     "Recording %s from %s.", qUtf8Printable(now.take->path()),
+                     qUtf8Printable(now.settings.device.name));
+    return true;
 }
 
 /** The caller was told that nothing began. */
-void KdAudioEngine::undoStart()
+bool KdAudioEngine::undoStart()
 {
-    const RunningTake begun = running();
-    if (begun.take) {
-        endTake();
-        QFile::remove(begun.take->path());
+    const std::shared_ptr<KdAudioTake> begun = exchangeTake({}).take;
+    if (begun && begun->finish()) {
+        QFile::remove(begun->path());
     }
+    updateCapture();
+    return true;
 }
 
 std::shared_ptr<KdAudioTake> KdAudioEngine::openTake(const Settings& wanted) const
@@ -95,14 +100,6 @@ bool KdAudioEngine::hearsInput(KdAudioTake& take) const
     return take.waitForSound(kFirstSoundPatience) || !m_capture->hasFailed();
 }
 
-bool KdAudioEngine::endTake()
-{
-    const RunningTake ended = exchangeTake({});
-    const bool isKept = !ended.take || ended.take->finish();
-    updateCapture();
-    return isKept;
-}
-
 /** The file is finished at once; the recorder stays in its state until it is told to stop. */
 void KdAudioEngine::concludeTake()
 {
@@ -123,7 +120,9 @@ bool KdAudioEngine::openCapture(const Settings& wanted)
         closeCapture();
         const int number = ++m_captureNumber;
         KdAudioCapture::Callbacks callbacks;
-        callbacks.samples = [this](GstBuffer* buffer) { onSamples(buffer); };
+        callbacks.samples = [this, device = wanted.device](GstBuffer* buffer) {
+            onSamples(buffer, device);
+        };
         callbacks.level = [this](double decibel) {
             m_callbacks.postLevel(KdLevelScale::fromDecibel(decibel));
         };
@@ -179,7 +178,7 @@ void KdAudioEngine::loseInput()
     const RunningTake now = running();
     if (now.take && !now.isOver) {
         now.take->close();
-        m_callbacks.postDevice(fcdAudioInputRemoved, listedIndex(now.device));
+        m_callbacks.postDevice(fcdAudioInputRemoved, listedIndex(now.settings.device));
         concludeTake();
     }
     closeCapture();
@@ -199,7 +198,7 @@ void KdAudioEngine::deviceWent(const KdCaptureDevice& device)
         return;
     }
     const RunningTake now = running();
-    if (now.take && !now.isOver && now.device.isSameAs(device)) {
+    if (now.take && !now.isOver && now.settings.device.isSameAs(device)) {
         loseInput();
         return;
     }
@@ -226,12 +225,15 @@ void KdAudioEngine::check()
     }
 }
 
-void KdAudioEngine::onSamples(GstBuffer* buffer)
+void KdAudioEngine::onSamples(GstBuffer* buffer, const KdCaptureDevice& from)
 {
-    const std::shared_ptr<KdAudioTake> take = running().take;
-    const std::optional<qint64> due = take ? take->feed(buffer, kdMonotonicNs()) : std::nullopt;
+    const RunningTake now = running();
+    if (!now.take || !now.settings.device.isSameAs(from)) {
+        return; // of no take, or of one that waits for another input
+    }
+    const std::optional<qint64> due = now.take->feed(buffer, kdMonotonicNs());
     const std::lock_guard<std::mutex> lock(m_mutex);
-    if (due && m_running.take == take) {
+    if (due && m_running.take == now.take) {
         m_callbacks.postTime(*due);
     }
 }

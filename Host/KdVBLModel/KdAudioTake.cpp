@@ -25,6 +25,11 @@ bool KdAudioTake::open(const QString& path, const KdVBLMODEL::KdAudioFormat& for
     m_path = path;
     m_bitrate = format.bitrate;
     m_intervalMs = intervalMs;
+    if (isDiskNearlyFull()) {
+        KdBaseLog::write(KdBaseLog::Error, source("KdAudioTake::open"),
+                         "The disk is full; there is no room for %s.", qUtf8Printable(path));
+        return false;
+    }
     if (!m_writer.open(path, format, false, nullptr)) {
         return false;
     }
@@ -62,7 +67,7 @@ void KdAudioTake::write(const guint8* data, const std::vector<KdPauseClock::Span
 void KdAudioTake::push(KdGstBufferPtr buffer)
 {
     if (buffer && m_writer.push(buffer.release())) {
-        m_heard.notify_all();
+        m_changed.notify_all();
     }
 }
 
@@ -107,7 +112,7 @@ qint64 KdAudioTake::recordedMs() const
 bool KdAudioTake::waitForSound(std::chrono::milliseconds patience)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    return m_heard.wait_for(lock, patience, [this] { return hasSound(); });
+    return m_changed.wait_for(lock, patience, [this] { return hasSound(); });
 }
 
 bool KdAudioTake::mustEnd()
@@ -133,16 +138,34 @@ bool KdAudioTake::isDiskNearlyFull() const
 
 bool KdAudioTake::finish()
 {
-    if (!m_outcome) {
-        close();
-        const qint64 msec = recordedMs();
-        const KdTakeWriter::Result result = m_writer.finish();
-        m_outcome = result != KdTakeWriter::Result::Lost;
-        KdBaseLog::write(KdBaseLog::Info, source("KdAudioTake::finish"), "%s: %lld ms, %s",
-                         qUtf8Printable(m_path), static_cast<long long>(msec),
-                         result == KdTakeWriter::Result::Finished ? "finished"
-                         : *m_outcome                             ? "kept up to a failure"
-                                                                  : "no file");
+    if (const std::optional<bool> known = waitForOutcome(std::chrono::milliseconds(0))) {
+        return *known;
     }
-    return *m_outcome;
+    close();
+    const KdTakeWriter::Result result = m_writer.finish();
+    const bool isKept = result != KdTakeWriter::Result::Lost;
+    logEnd(result);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_outcome = isKept;
+    m_changed.notify_all();
+    return isKept;
+}
+
+void KdAudioTake::logEnd(KdTakeWriter::Result result) const
+{
+    if (!m_converter) {
+        return; // it never began
+    }
+    const char* end = result == KdTakeWriter::Result::Finished ? "finished"
+                      : result == KdTakeWriter::Result::Kept   ? "kept up to a failure"
+                                                               : "no file";
+    KdBaseLog::write(KdBaseLog::Info, source("KdAudioTake::finish"), "%s: %lld ms, %s",
+                     qUtf8Printable(m_path), static_cast<long long>(recordedMs()), end);
+}
+
+std::optional<bool> KdAudioTake::waitForOutcome(std::chrono::milliseconds patience)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait_for(lock, patience, [this] { return m_outcome.has_value(); });
+    return m_outcome;
 }

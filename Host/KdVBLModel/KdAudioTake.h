@@ -61,6 +61,10 @@ public:
      */
     bool finish();
 
+    /** Waits for finish() to end on its thread. @return its answer, nothing when it takes longer.
+     */
+    std::optional<bool> waitForOutcome(std::chrono::milliseconds patience);
+
 private:
     KdAudioTake(const KdAudioTake&) = delete;
     KdAudioTake& operator=(const KdAudioTake&) = delete;
@@ -69,14 +73,15 @@ private:
     void push(KdGstBufferPtr buffer);
     std::optional<qint64> dueTime();
     bool isDiskNearlyFull() const;
+    void logEnd(KdTakeWriter::Result result) const;
 
     QString m_path;
     int m_bitrate = 0;
     KdTakeWriter m_writer;
-    std::optional<bool> m_outcome; ///< of finish()
 
     std::mutex m_mutex; ///< guards what follows, and the writer's push()
-    std::condition_variable m_heard;
+    std::condition_variable m_changed;
+    std::optional<bool> m_outcome; ///< of finish()
     std::unique_ptr<KdAudioConverter> m_converter;
     KdArrivalClock m_arrivals{48000};
     KdPauseClock m_pauses;

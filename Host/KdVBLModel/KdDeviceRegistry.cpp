@@ -1,6 +1,7 @@
 #include <KdVBLModel/KdDeviceRegistry.h>
 
 #include <KdVBLModel/KdDeviceList.h>
+#include <KdVBLModel/KdElementWarmUp.h>
 #include <KdVBLModel/KdGst.h>
 #include <KdVBLModel/KdObserverList.h>
 #include <KdVBLModel/KdSoundServerWatch.h>
@@ -192,6 +193,7 @@ void KdDeviceRegistry::Private::listAnew()
     releaseOffers(former);
     if (isFirst) {
         m_listeners.notify([](IKdDeviceListener& listener) { listener.onDevicesListed(); });
+        kdWarmUpElements(); // here, where nobody waits
         return;
     }
     for (const KdDeviceList::Change& change : changes) {

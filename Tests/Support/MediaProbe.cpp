@@ -6,6 +6,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -78,11 +79,9 @@ QVector<float> MediaProbe::samples(const QString& path, int samplerate)
     const Command::Result decoded =
         Command::run(QStringLiteral("ffmpeg"),
                      {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
-                      // Without the limit two equal channels would add up to more than each of them.
-                      QStringLiteral("-af"), QStringLiteral("aresample=rematrix_maxval=1.0"),
-                      QStringLiteral("-ac"), QStringLiteral("1"), QStringLiteral("-ar"),
-                      QString::number(samplerate), QStringLiteral("-f"), QStringLiteral("f32le"),
-                      QStringLiteral("-")},
+                      QStringLiteral("-af"), QStringLiteral("pan=mono|c0=c0"),
+                      QStringLiteral("-ar"), QString::number(samplerate), QStringLiteral("-f"),
+                      QStringLiteral("f32le"), QStringLiteral("-")},
                      120000);
     QVector<float> samples;
     if (decoded.ok) {
@@ -110,6 +109,38 @@ double MediaProbe::peakDecibel(const QString& path, double fromSeconds, double s
         peak = std::max(peak, std::abs(static_cast<double>(sample)));
     }
     return decibel(peak);
+}
+
+double MediaProbe::toneDecibel(const QVector<float>& samples, int samplerate, double frequency,
+                               double second, double windowSeconds)
+{
+    constexpr double kPi = 3.14159265358979323846;
+    const int from = qMax(0, static_cast<int>((second - windowSeconds / 2) * samplerate));
+    const int count = qMin(static_cast<int>(windowSeconds * samplerate), samples.size() - from);
+    double real = 0.0;
+    double imaginary = 0.0;
+    for (int i = 0; i < count; ++i) {
+        // The window keeps a loud neighbour from passing for this frequency.
+        const double window = 1.0 - std::cos(2.0 * kPi * i / count);
+        const double angle = 2.0 * kPi * frequency * i / samplerate;
+        const double sample = window * static_cast<double>(samples[from + i]);
+        real += sample * std::cos(angle);
+        imaginary += sample * std::sin(angle);
+    }
+    return count > 0 ? decibel(2.0 * std::hypot(real, imaginary) / count) : decibel(0.0);
+}
+
+double MediaProbe::steadyToneDecibel(const QString& path, double frequency)
+{
+    constexpr int kRate = 48000;
+    constexpr double kPart = 0.02;
+    const QVector<float> all = samples(path, kRate);
+    QVector<double> parts;
+    for (double at = kPart; at < all.size() / double(kRate) - kPart; at += kPart) {
+        parts.append(toneDecibel(all, kRate, frequency, at, kPart));
+    }
+    std::sort(parts.begin(), parts.end());
+    return parts.isEmpty() ? decibel(0.0) : parts[parts.size() / 2];
 }
 
 double MediaProbe::pitchAt(const QVector<float>& samples, int samplerate, double second,

@@ -24,13 +24,24 @@ namespace MediaProbe {
 
 MediaInfo probe(const QString& path);
 
-/** The sound, decoded, one channel, -1 to 1. Empty when it cannot be decoded. */
+/** The sound of the first channel, decoded, -1 to 1. Empty when it cannot be decoded. */
 QVector<float> samples(const QString& path, int samplerate = 48000);
 
 /** Loudness of a part in decibels below full scale; -infinity for silence. seconds 0: to the end.
  */
 double meanDecibel(const QString& path, double fromSeconds = 0.0, double seconds = 0.0);
 double peakDecibel(const QString& path, double fromSeconds = 0.0, double seconds = 0.0);
+
+/** How loud one frequency is around a position, in decibels below full scale; -infinity for none.
+ */
+double toneDecibel(const QVector<float>& samples, int samplerate, double frequency, double second,
+                   double windowSeconds = 0.05);
+
+/**
+ * How loud a tone is that is played all the time: the median of all parts of 20 ms, so that the
+ * dropouts that a busy machine has while it plays it do not count.
+ */
+double steadyToneDecibel(const QString& path, double frequency);
 
 /** The pitch of a sine around a position, by its zero crossings; 0 where there is none. */
 double pitchAt(const QVector<float>& samples, int samplerate, double second,

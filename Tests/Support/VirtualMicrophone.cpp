@@ -39,9 +39,11 @@ bool hasPorts(const QString& node, const QString& direction)
 
 bool createNode(const QString& name, const QString& description, const QString& mediaClass)
 {
+    // Never suspended: WirePlumber 0.4.13 dies when a node goes that it is about to suspend.
     const QString properties =
         QStringLiteral("{ factory.name=support.null-audio-sink node.name=%1 node.description=%2 "
-                       "media.class=%3 object.linger=true audio.position=[ FL FR ] }")
+                       "media.class=%3 object.linger=true audio.position=[ FL FR ] "
+                       "session.suspend-timeout-seconds=0 }")
             .arg(name, quoted(description), mediaClass);
     return Command::run(QStringLiteral("pw-cli"),
                         {QStringLiteral("create-node"), QStringLiteral("adapter"), properties})
@@ -123,13 +125,17 @@ bool VirtualMicrophone::destroyNode(const QString& nodeName)
 
 namespace {
 
+// ffmpeg's own way from one channel to two makes it quieter.
+constexpr auto kBothChannels = "pan=stereo|c0=c0|c1=c0";
+
 bool writeFiltered(const QString& path, const QString& lavfi, double seconds)
 {
     return Command::run(QStringLiteral("ffmpeg"),
                         {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"),
                          QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"), lavfi,
-                         QStringLiteral("-t"), QString::number(seconds), QStringLiteral("-ac"),
-                         QStringLiteral("2"), QStringLiteral("-ar"), QStringLiteral("48000"), path})
+                         QStringLiteral("-t"), QString::number(seconds), QStringLiteral("-af"),
+                         QLatin1String(kBothChannels), QStringLiteral("-ar"),
+                         QStringLiteral("48000"), path})
         .ok;
 }
 
@@ -164,8 +170,9 @@ bool TestSound::writeSpeech(const QString& path, const QString& text, double sec
         Command::run(QStringLiteral("ffmpeg"),
                      {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-y"),
                       QStringLiteral("-stream_loop"), QStringLiteral("-1"), QStringLiteral("-i"),
-                      once, QStringLiteral("-t"), QString::number(seconds), QStringLiteral("-ac"),
-                      QStringLiteral("2"), QStringLiteral("-ar"), QStringLiteral("48000"), path})
+                      once, QStringLiteral("-t"), QString::number(seconds), QStringLiteral("-af"),
+                      QLatin1String(kBothChannels), QStringLiteral("-ar"), QStringLiteral("48000"),
+                      path})
             .ok;
     QFile::remove(once);
     return written;
