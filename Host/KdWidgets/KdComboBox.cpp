@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int kWidestItem = 480;
+constexpr int kShownCharacters = 8;
 
 /** Item texts come from devices: no line breaks, no item wider than a dialog. */
 class OneLineDelegate : public QStyledItemDelegate
@@ -38,8 +39,21 @@ public:
 KdComboBox::KdComboBox(QWidget* parent) : QComboBox(parent)
 {
     KdSkin::KdSkinManager::instance();
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(8);
+}
+
+QSize KdComboBox::sizeHint() const
+{
+    ensurePolished();
+    const QFontMetrics metrics = fontMetrics();
+    const QSize content(kShownCharacters * metrics.averageCharWidth(), metrics.height());
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, content, this);
+}
+
+QSize KdComboBox::minimumSizeHint() const
+{
+    return sizeHint();
 }
 
 void KdComboBox::showPopup()
@@ -58,7 +72,8 @@ bool KdComboBox::isPopupVisible() const
 
 bool KdComboBox::isRowHidden(int row) const
 {
-    const auto* list = qobject_cast<QListView*>(view());
+    // Not view(): that makes the list, which costs more than the rest of the combo box.
+    const auto* list = findChild<QListView*>();
     return list && row >= 0 && row < count() && list->isRowHidden(row);
 }
 

@@ -16,6 +16,10 @@ class KDWIDGETS_EXPORT KdComboBox : public QComboBox
 public:
     explicit KdComboBox(QWidget* parent = nullptr);
 
+    /** The same for any texts: names from outside do not widen a dialog. */
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
     void showPopup() override;
     bool isPopupVisible() const;
 
