@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr int kPlacingMs = 2000;
+
 Qt::WindowFlags windowFlagsFor(int kind)
 {
     return (kind == 0 ? Qt::Window : Qt::Dialog) | Qt::FramelessWindowHint;
@@ -141,7 +143,7 @@ void KdFramelessDialog::showEvent(QShowEvent* event)
             m_bCentred = true;
         }
         m_shownAt = pos();
-        m_bPlaceUnconfirmed = true;
+        m_sinceShown.start();
     }
     KdDialog::showEvent(event);
 }
@@ -152,8 +154,9 @@ void KdFramelessDialog::moveEvent(QMoveEvent* event)
     // Some window managers report a new window in the corner, whose frame was there before they
     // placed it, and never correct that. Asking for the place again makes them tell where the
     // window is.
-    if (m_bPlaceUnconfirmed && event->pos().isNull() && !m_shownAt.isNull()) {
-        m_bPlaceUnconfirmed = false;
+    const bool isBeingPlaced = m_sinceShown.isValid() && !m_sinceShown.hasExpired(kPlacingMs);
+    if (isBeingPlaced && event->pos().isNull() && !m_shownAt.isNull()) {
+        m_sinceShown.invalidate();
         QTimer::singleShot(0, this, [this] { move(m_shownAt); });
     }
 }

@@ -2,6 +2,7 @@
 
 #include <KdWidgets/KdDialog.h>
 
+#include <QElapsedTimer>
 #include <QPoint>
 #include <QPointer>
 
@@ -57,7 +58,6 @@ private:
     QVBoxLayout* m_pLayout = nullptr;
     QFrame* m_pBorder = nullptr;
     bool m_bCentred = false;
-    /** Where the dialog was shown, until the window system has told so. */
     QPoint m_shownAt;
-    bool m_bPlaceUnconfirmed = false;
+    QElapsedTimer m_sinceShown;
 };

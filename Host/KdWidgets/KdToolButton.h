@@ -5,7 +5,8 @@
 #include <QToolButton>
 
 /** An icon button. With the property "WITH_SHORTCUT" its tool tip shows a key text in a quiet
- * colour. */
+ * colour. * The property "round", set before it is shown, gives a button of 36 pixels a round focus ring.
+ */
 class KDWIDGETS_EXPORT KdToolButton : public QToolButton
 {
     Q_OBJECT
