@@ -74,6 +74,7 @@ KdAudioRecordPanel::KdAudioRecordPanel(QWidget* parent)
     connectSettings();
     connectRecorder();
     watchShortcut(true);
+    m_pUi->countdown->installEventFilter(this);
 }
 
 KdAudioRecordPanel::~KdAudioRecordPanel() = default;
@@ -352,7 +353,9 @@ void KdAudioRecordPanel::resizeEvent(QResizeEvent* event)
 
 bool KdAudioRecordPanel::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Move && watched == parentWidget()) {
+    if (event->type() == QEvent::Move && watched == m_pUi->countdown) {
+        countdownMoved();
+    } else if (event->type() == QEvent::Move && watched == parentWidget()) {
         placeCountdown();
     }
     if (event->type() != QEvent::ShortcutOverride) {

@@ -119,6 +119,7 @@ private:
     void toggleStart(const char* function);
     int countdownSeconds() const;
     void placeCountdown();
+    void countdownMoved();
     void hideCountdown();
     void refuseWithoutDevice();
     bool isFolderUsable();
@@ -163,4 +164,6 @@ private:
     int m_nDurationSec = 0;
     /** False while reports of a take that was re-recorded may still be on their way. */
     bool m_bTakesTime = true;
+    /** Against a window system that insists on another place. */
+    int m_nPlacingsLeft = 0;
 };

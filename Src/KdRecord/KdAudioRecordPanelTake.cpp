@@ -25,6 +25,7 @@
 namespace {
 
 constexpr int kDefaultCountdown = 3;
+constexpr int kMostPlacings = 5;
 
 KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
 {
@@ -142,6 +143,7 @@ bool KdAudioRecordPanel::isFolderUsable()
 void KdAudioRecordPanel::launchCountdown()
 {
     m_pUi->time->setText(KdTakeTime::toText(0));
+    m_nPlacingsLeft = kMostPlacings;
     m_pUi->countdown->show();
     m_pUi->stop->setChecked(false);
     m_pUi->stop->show();
@@ -212,6 +214,17 @@ void KdAudioRecordPanel::placeCountdown()
 {
     const QPoint centre = m_pUi->startStop->mapToGlobal(m_pUi->startStop->rect().center());
     m_pUi->countdown->move(centre - m_pUi->countdown->rect().center());
+}
+
+// The window system has the last word on where a new window stands, and may say it late.
+void KdAudioRecordPanel::countdownMoved()
+{
+    const QPoint centre = m_pUi->startStop->mapToGlobal(m_pUi->startStop->rect().center());
+    const QPoint offset = m_pUi->countdown->geometry().center() - centre;
+    if (offset.manhattanLength() > 2 && m_nPlacingsLeft > 0) {
+        --m_nPlacingsLeft;
+        QMetaObject::invokeMethod(this, &KdAudioRecordPanel::placeCountdown, Qt::QueuedConnection);
+    }
 }
 
 void KdAudioRecordPanel::hideCountdown()
@@ -324,9 +337,8 @@ void KdAudioRecordPanel::slotCaptureTime(qint64 miliseconds)
 
 void KdAudioRecordPanel::slotCaptureVolume(int volume)
 {
-    if (isTakeRunning()) {
-        m_pUi->meter->setVolume(volume);
-    }
+    // Between takes too: whoever sees the level beforehand need not find out afterwards.
+    m_pUi->meter->setVolume(volume);
 }
 
 void KdAudioRecordPanel::slotPauseContinue()

@@ -84,7 +84,7 @@ private Q_SLOTS:
 
     void timeIsShownAndReportedInFrames();
     void timeOfATakeThatIsOverIsDropped();
-    void levelIsShownDuringATakeOnly();
+    void levelIsShownBeforeAndDuringATake();
 
     void startKeepsTheStoredPreviewFlagAndTheRest();
     void startThatFailsStoresNothing();
@@ -98,7 +98,19 @@ private Q_SLOTS:
     void reRecordOfAPausedTakeRecords();
     void timeOfTheFormerTakeIsDroppedAfterReRecording();
     void takeStoppedByTheSlotThatLearnsOfItsStart();
+
+private:
+    bool isCountdownCentred() const;
 };
+
+bool tst_KdAudioRecordPanel::isCountdownCentred() const
+{
+    const auto middle = [](const QWidget& widget) {
+        return widget.mapToGlobal(widget.rect().center());
+    };
+    const auto* const countdown = control<KdCountCtrl>("KAudioCapture_Countdown");
+    return (middle(*countdown) - middle(*button(kStart))).manhattanLength() <= 2;
+}
 
 void tst_KdAudioRecordPanel::takeGoesFromTheButtonToTheReport()
 {
@@ -269,6 +281,7 @@ void tst_KdAudioRecordPanel::countdownIsCancelled()
     } else if (way == QLatin1String("shortcut")) {
         pressKey(Qt::Key_Space);
     } else if (way == QLatin1String("countdown")) {
+        QTRY_VERIFY(isCountdownCentred());
         QTest::mousePress(countdown, Qt::LeftButton);
     } else {
         panel->stopFromOutside();
@@ -298,15 +311,9 @@ void tst_KdAudioRecordPanel::countdownFollowsTheWindow()
     showPanel();
     control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(9);
     click(kStart);
-    const auto* const start = button(kStart);
-    const auto* const countdown = control<KdCountCtrl>("KAudioCapture_Countdown");
-    const auto isCentred = [start, countdown] {
-        const QPoint wanted = start->mapToGlobal(start->rect().center());
-        return (countdown->geometry().center() - wanted).manhattanLength() <= 2;
-    };
-    QTRY_VERIFY(isCentred());
+    QTRY_VERIFY(isCountdownCentred());
     window->move(window->pos() + QPoint(150, 90));
-    QTRY_VERIFY(isCentred());
+    QTRY_VERIFY(isCountdownCentred());
 }
 
 void tst_KdAudioRecordPanel::tooShortTakeIsDiscarded_data()
@@ -572,18 +579,25 @@ void tst_KdAudioRecordPanel::timeOfATakeThatIsOverIsDropped()
     QCOMPARE(signalTexts, QStringList());
 }
 
-void tst_KdAudioRecordPanel::levelIsShownDuringATakeOnly()
+void tst_KdAudioRecordPanel::levelIsShownBeforeAndDuringATake()
 {
     showPanel();
     const auto* const meter = control<KdAudioVolumeWidget>("KAudioCapture_VolumeMeter");
+    engine->deliverVolume(30);
+    drain();
+    QCOMPARE(meter->volume(), 30.0);
     startTake();
     engine->deliverVolume(40);
     drain();
     QCOMPARE(meter->volume(), 40.0);
     passTime(5000);
-    engine->deliverVolume(50);
     stopTake();
+    QCOMPARE(meter->volume(), 0.0);
+    engine->deliverVolume(20);
     drain();
+    QCOMPARE(meter->volume(), 20.0);
+    setMicrophones({});
+    click("KAudioCapture_ButtonRefresh");
     QCOMPARE(meter->volume(), 0.0);
 }
 
