@@ -44,6 +44,7 @@ KdAudioEngine::~KdAudioEngine() = default;
 void KdAudioEngine::shutDown()
 {
     KdDeviceRegistry::instance().removeListener(this);
+    m_callbacks.setSwitch(KdCallbackPump::LevelSwitch, false); // no input is opened after the take
     stop();
     m_callbacks.removeAllObservers();
     post([](KdAudioEngine& engine) { engine.closeCapture(); });

@@ -84,6 +84,7 @@ private:
     // The thread's alone.
     KdGstPtr<GstDeviceProvider> m_provider;
     GSource* m_messages = nullptr;
+    bool m_hasServer = false; ///< this machine; it may be away now
 };
 
 KdDeviceRegistry::Private::Private()
@@ -171,13 +172,17 @@ void KdDeviceRegistry::Private::serverChanged(bool isRunning)
 {
     KdBaseLog::write(KdBaseLog::Info, source("KdDeviceRegistry::serverChanged"),
                      isRunning ? "The sound server is running." : "There is no sound server.");
+    m_hasServer |= isRunning;
+    stopProvider();
+    // While the server of a machine that has one is away, what others offer are its leftovers.
+    if (isRunning || !m_hasServer) {
+        startProvider();
+    }
     listAnew();
 }
 
 void KdDeviceRegistry::Private::listAnew()
 {
-    stopProvider();
-    startProvider();
     const KdDeviceList fresh = currentOffers();
     KdDeviceList former;
     bool isFirst = false;
