@@ -11,8 +11,11 @@ class QFrame;
 class QHBoxLayout;
 class QVBoxLayout;
 
-/** A dialog without the window system's frame: title bar, content, and a bar of buttons at the
- * bottom. */
+/**
+ * A dialog without the window system's frame: title bar, content, and a bar of buttons at the
+ * bottom. Unless it was moved it appears in the middle of its parent's window or else of the
+ * screen. The content comes first in the tab order, the title bar's buttons last.
+ */
 class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 {
     Q_OBJECT
@@ -21,7 +24,7 @@ public:
     /**
      * @param titleBar whether there is a title bar
      * @param shadow whether a one-pixel border in the stroke colour lies over the edge; it takes no
-     * room
+     *        room
      * @param kind 1: a dialog, 0: a plain window that also stands in the task bar
      */
     explicit KdFramelessDialog(QWidget* parent = nullptr, bool titleBar = true, bool shadow = true,

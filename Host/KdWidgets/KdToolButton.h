@@ -4,8 +4,11 @@
 
 #include <QToolButton>
 
-/** An icon button. With the property "WITH_SHORTCUT" its tool tip shows a key text in a quiet
- * colour. * The property "round", set before it is shown, gives a button of 36 pixels a round focus ring.
+/**
+ * An icon button. Its tool tip is plain text and, where it has no text of its own, its accessible
+ * name; with the property "WITH_SHORTCUT" a key text in brackets at the end of the tip is shown in
+ * a quiet colour. Space and Return press it. The property "round", set before it is shown, gives a
+ * button of 36 pixels a round focus ring.
  */
 class KDWIDGETS_EXPORT KdToolButton : public QToolButton
 {
@@ -19,8 +22,8 @@ public:
     static KdToolButton* CreateToolButton(QWidget* parent, const QString& objectName,
                                           const QString& styleKey = QString());
 
-    /** The four images of an icon for the button's states; missing files leave that state as Qt
-     * draws it. */
+    /** The four images of an icon for the button's states; a missing one is made from the normal
+     * one. */
     struct IconFiles
     {
         QString normal;

@@ -115,7 +115,7 @@ void tst_KdOpenFileLineEdit::browsingMayOutliveTheEdit()
 void tst_KdOpenFileLineEdit::chooserMayReplaceItself()
 {
     m_edit->setFolderChooser([this](QWidget*, const QString&) {
-        const QString first = QStringLiteral("/first");
+        QString first = QStringLiteral("/first");
         m_edit->setFolderChooser(
             [](QWidget*, const QString&) { return QStringLiteral("/second"); });
         return first;

@@ -53,7 +53,7 @@ QString WidgetLooks::toolTip(QWidget& widget)
     const QPoint middle = widget.rect().center();
     QHelpEvent event(QEvent::ToolTip, middle, widget.mapToGlobal(middle));
     QApplication::sendEvent(&widget, &event);
-    const QString text = QToolTip::isVisible() ? QToolTip::text() : QString();
+    QString text = QToolTip::isVisible() ? QToolTip::text() : QString();
     QToolTip::hideText();
     return text;
 }
