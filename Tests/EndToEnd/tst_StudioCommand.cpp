@@ -116,8 +116,7 @@ void tst_StudioCommand::whatIsMissingIsSaid_data()
     QTest::newRow("microphone") << QStringList() << QStringList(QStringLiteral("microphone"));
     QTest::newRow("sound server") << sound << QStringList(QStringLiteral("sound server"));
     QTest::newRow("display") << display << QStringList(QStringLiteral("display"));
-    QTest::newRow("all of it") << display + sound
-                               << QStringList{QStringLiteral("display"), QStringLiteral("sound server")};
+    QTest::newRow("all of it") << display + sound << QStringList(QStringLiteral("display"));
 }
 
 void tst_StudioCommand::whatIsMissingIsSaid()
@@ -168,7 +167,7 @@ void tst_StudioCommand::killInMidTakeLosesASecondAtMost()
     QVERIFY(DialogDriver::waitUntil([&] { return !onlyTake().isEmpty(); }, QStringLiteral("the take's file"), 40000));
     QElapsedTimer running;
     running.start();
-    QVERIFY(DialogDriver::waitUntil([&] { return running.elapsed() >= afterMs; }, QStringLiteral("time")));
+    QVERIFY(DialogDriver::waitUntil([&] { return running.elapsed() >= afterMs; }, QStringLiteral("time"), 10000));
     const double recorded = static_cast<double>(running.elapsed()) / 1000.0;
     kill(static_cast<pid_t>(studio.processId()), SIGKILL);
     QVERIFY(studio.waitForFinished(10000));

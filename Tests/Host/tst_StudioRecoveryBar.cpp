@@ -185,6 +185,8 @@ void tst_StudioRecoveryBar::discardAsksFirst()
     QSignalSpy discarded(&recovery, &StudioRecovery::discarded);
     recovery.find(QStringLiteral("/takes"));
     QTRY_VERIFY(bar.isVisible());
+    // A popover goes when its window gains or loses the focus, as a new window does.
+    QVERIFY(QTest::qWaitForWindowActive(&bar));
     WindowAnswers answers;
     answers.answerPopover(false);
     press(bar, "Studio_RecoveryDiscard");
@@ -205,6 +207,8 @@ void tst_StudioRecoveryBar::discardThatFailsKeepsTheOffer()
     StudioRecoveryBar bar(&recovery);
     recovery.find(QStringLiteral("/takes"));
     QTRY_VERIFY(bar.isVisible());
+    // A popover goes when its window gains or loses the focus, as a new window does.
+    QVERIFY(QTest::qWaitForWindowActive(&bar));
     WindowAnswers answers;
     answers.answerPopover(true);
     press(bar, "Studio_RecoveryDiscard");
