@@ -27,7 +27,6 @@ public:
     /** Asks for a folder, given the current one; empty: no choice. */
     using FolderChooser = std::function<QString(QWidget* parent, const QString& current)>;
     /** @param chooser null: the system's dialog, as at the start. */
-    /** @param chooser null: the system's dialog, as at the start. */
     void setFolderChooser(FolderChooser chooser);
 
 Q_SIGNALS:

@@ -78,7 +78,7 @@ void KdToast::closeOthers()
 void KdToast::showEvent(QShowEvent* event)
 {
     if (!m_timer.isActive()) {
-        m_timer.start(kShownMs, this);
+        m_timer.start(kShownMs, Qt::PreciseTimer, this);
         QAccessibleEvent alert(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
     }

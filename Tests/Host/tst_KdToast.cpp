@@ -117,7 +117,7 @@ void tst_KdToast::isGoneAfterThreeSeconds()
     shown.start();
     const QPointer<KdToast> toast(show());
     QTRY_VERIFY_WITH_TIMEOUT(!toast, 6000);
-    QVERIFY2(shown.elapsed() >= 2900, qPrintable(QString::number(shown.elapsed())));
+    QVERIFY2(shown.elapsed() >= 3000, qPrintable(QString::number(shown.elapsed())));
 }
 
 void tst_KdToast::theFormerToastOnAWindowGoesFirst()
