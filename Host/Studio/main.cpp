@@ -32,6 +32,9 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
     const StudioDisplay::FailureGuard guard(EXIT_FAILURE);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // Without this 150 % would be rounded to 200 %.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     return std::make_unique<QApplication>(argc, argv);
 }
 

@@ -40,7 +40,7 @@ private:
     QString folder() const { return temporaryPath(QStringLiteral("takes")); }
     QString makeSound(const QString& name) const
     {
-        const QString path = folder() + QLatin1Char('/') + name;
+        QString path = folder() + QLatin1Char('/') + name;
         TestFiles::write(path, StudioSpeech::synthesise(1.0));
         return path;
     }

@@ -99,6 +99,7 @@ void tst_StudioPeaks::loudPlaceStaysWhereItIs()
 void tst_StudioPeaks::cuttingTheSoundElsewhereChangesNothing()
 {
     std::vector<float> samples;
+    samples.reserve(50000);
     for (int i = 0; i < 50000; ++i) {
         samples.push_back(static_cast<float>(i % 977) / 977.0F);
     }

@@ -27,7 +27,7 @@ private Q_SLOTS:
 private:
     QString makeSound(double seconds) const
     {
-        const QString path = temporaryPath(QStringLiteral("%1 s %1.wav").arg(seconds));
+        QString path = temporaryPath(QStringLiteral("%1 s %1.wav").arg(seconds));
         TestFiles::write(path, StudioSpeech::synthesise(seconds));
         return path;
     }

@@ -22,7 +22,7 @@ private Q_SLOTS:
 private:
     QString makeSound(const QString& name, double seconds) const
     {
-        const QString path = temporaryPath(name);
+        QString path = temporaryPath(name);
         TestFiles::write(path, StudioSpeech::synthesise(seconds));
         return path;
     }

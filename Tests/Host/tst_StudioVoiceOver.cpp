@@ -72,7 +72,9 @@ private Q_SLOTS:
     void startThatNeverComesIsSaid();
 
 private:
+    /** Gives up soon where nothing is to come. */
     static StudioVoiceOver::Patience hasty();
+    static StudioVoiceOver::Patience hastyAboutTheMicrophone();
     QString takes() const { return temporaryPath(QStringLiteral("takes")); }
 };
 
@@ -87,10 +89,16 @@ void tst_StudioVoiceOver::init()
 StudioVoiceOver::Patience tst_StudioVoiceOver::hasty()
 {
     StudioVoiceOver::Patience patience;
-    patience.microphone = 300;
-    patience.withoutServer = 300;
     patience.countdown = 600;
     patience.import = 300;
+    return patience;
+}
+
+StudioVoiceOver::Patience tst_StudioVoiceOver::hastyAboutTheMicrophone()
+{
+    StudioVoiceOver::Patience patience;
+    patience.microphone = 300;
+    patience.withoutServer = 300;
     return patience;
 }
 
@@ -181,7 +189,7 @@ void tst_StudioVoiceOver::noSoundServerIsSaid()
     ScriptedEngine engine;
     engine.script().microphones.clear();
     qputenv("XDG_RUNTIME_DIR", temporaryPath(QStringLiteral("nowhere")).toLocal8Bit());
-    RunDesk desk(2.0, hasty());
+    RunDesk desk(2.0, hastyAboutTheMicrophone());
     desk.run.run();
     QTRY_COMPARE_WITH_TIMEOUT(desk.ends, 1, 5000);
     QVERIFY2(desk.result.error.startsWith(QStringLiteral("There is no sound server")),
@@ -195,7 +203,7 @@ void tst_StudioVoiceOver::noMicrophoneIsSaid()
     qputenv("XDG_RUNTIME_DIR", temporaryPath(QString()).toLocal8Bit());
     QLocalServer server;
     QVERIFY(server.listen(temporaryPath(QStringLiteral("pipewire-0"))));
-    RunDesk desk(2.0, hasty());
+    RunDesk desk(2.0, hastyAboutTheMicrophone());
     desk.run.run();
     QTRY_COMPARE_WITH_TIMEOUT(desk.ends, 1, 5000);
     QVERIFY2(desk.result.error.startsWith(QStringLiteral("There is no microphone")),
