@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QEvent>
-#include <QMutexLocker>
 #include <QWidget>
 
 #include <algorithm>
@@ -36,25 +35,25 @@ KdTestCase::~KdTestCase() = default;
 
 void KdTestCase::expectLog(const QString& pattern)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_expectations.append({QRegularExpression(pattern), true, false});
 }
 
 void KdTestCase::allowLog(const QString& pattern)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_expectations.append({QRegularExpression(pattern), false, false});
 }
 
 QStringList KdTestCase::logLines() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_lines;
 }
 
 QVector<KdLogRecord> KdTestCase::logRecords() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_records;
 }
 
@@ -71,7 +70,7 @@ QString KdTestCase::temporaryPath(const QString& name) const
 void KdTestCase::init()
 {
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         m_lines.clear();
         m_records.clear();
         m_unexpected.clear();
@@ -118,7 +117,7 @@ void KdTestCase::cleanup()
 
 QStringList KdTestCase::missingLines() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     QStringList missing;
     for (const Expectation& expectation : m_expectations) {
         if (expectation.required && !expectation.seen) {
@@ -142,13 +141,13 @@ void KdTestCase::handleQtMessage(QtMsgType type, const QMessageLogContext& conte
 
 void KdTestCase::keep(const KdLogRecord& logged)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_records.append(logged);
 }
 
 void KdTestCase::record(const QString& line, bool isProblem)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_lines.append(line);
     if (!isProblem) {
         return;

@@ -3,7 +3,6 @@
 #include <KdCore/KdBaseLog.h>
 
 #include <QApplication>
-#include <QMutex>
 #include <QObject>
 #include <QRegularExpression>
 #include <QStringList>
@@ -12,6 +11,7 @@
 #include <QVector>
 
 #include <memory>
+#include <mutex>
 
 /**
  * Base of every test class. Each test function gets an empty document folder of its own, and fails when
@@ -60,7 +60,7 @@ private:
     static KdTestCase* s_current;
     static QtMessageHandler s_previousHandler;
 
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex; ///< not QMutex, which a race detector does not see
     QStringList m_lines;
     QVector<KdLogRecord> m_records;
     QStringList m_unexpected;

@@ -7,6 +7,7 @@
 
 #include <mutex>
 #include <thread>
+#include <vector>
 
 /** An observer that notes what a recorder reports, for a test to look at from its own thread. */
 class RecorderEvents : public KdVBLMODEL::IKdRecorderEventObserver
@@ -18,20 +19,26 @@ class RecorderEvents : public KdVBLMODEL::IKdRecorderEventObserver
         return value();
     }
 
+    template <typename Value>
+    static QVector<Value> copyOf(const std::vector<Value>& values)
+    {
+        return QVector<Value>(values.begin(), values.end());
+    }
+
 public:
     RecorderEvents() : m_testThread(std::this_thread::get_id()) {}
 
     void onCaptureDeviceCallback(int status, int index) override
     {
-        note([&] { m_deviceEvents.append({status, index}); });
+        note([&] { m_deviceEvents.push_back({status, index}); });
     }
     void onTimeCallback(long long msec) override
     {
-        note([&] { m_times.append(msec); });
+        note([&] { m_times.push_back(msec); });
     }
     void onVolumeCallback(int volume) override
     {
-        note([&] { m_levels.append(volume); });
+        note([&] { m_levels.push_back(volume); });
     }
 
     using DeviceEvents = QVector<QPair<int, int>>;
@@ -39,24 +46,24 @@ public:
     /** (status, index) in the order reported. */
     DeviceEvents deviceEvents() const
     {
-        return read([this] { return m_deviceEvents; });
+        return read([this] { return copyOf(m_deviceEvents); });
     }
     QVector<qint64> times() const
     {
-        return read([this] { return m_times; });
+        return read([this] { return copyOf(m_times); });
     }
     QVector<int> levels() const
     {
-        return read([this] { return m_levels; });
+        return read([this] { return copyOf(m_levels); });
     }
     /** -1 when there was none. */
     qint64 lastTime() const
     {
-        return read([this] { return m_times.isEmpty() ? -1 : m_times.last(); });
+        return read([this] { return m_times.empty() ? -1 : m_times.back(); });
     }
     int lastLevel() const
     {
-        return read([this] { return m_levels.isEmpty() ? -1 : m_levels.last(); });
+        return read([this] { return m_levels.empty() ? -1 : m_levels.back(); });
     }
     /** Whether any call came on the thread that made this object: none may. */
     bool wasCalledOnTestThread() const
@@ -82,8 +89,9 @@ private:
 
     const std::thread::id m_testThread;
     mutable std::mutex m_mutex;
-    DeviceEvents m_deviceEvents;
-    QVector<qint64> m_times;
-    QVector<int> m_levels;
+    // Not Qt's containers: their copies share memory, which outlives the lock.
+    std::vector<QPair<int, int>> m_deviceEvents;
+    std::vector<qint64> m_times;
+    std::vector<int> m_levels;
     bool m_wasCalledOnTestThread = false;
 };
