@@ -399,8 +399,8 @@ void tst_KdAudioRecordPanelDevices::folderIsStoredWithEveryChange()
 {
     showPanel();
     auto* const edit = control<KdOpenFileLineEdit>("KAudioCapture_FolderEdit");
-    const QString folder = temporaryPath(QStringLiteral("%1 録音"));
-    edit->setFolderChooser([folder](QWidget*, const QString&) { return folder; });
+    QString folder = temporaryPath(QStringLiteral("%1 録音"));
+    edit->setFolderChooser([&folder](QWidget*, const QString&) { return folder; });
     click("KdOpenFileLineEdit_Browse");
     QCOMPARE(voiceFolder(), folder);
     const QString path = startTake();

@@ -5,6 +5,8 @@
 #include <KdZentraCore/KdUtility.h>
 #include <KdZentraCore/KdWindowsApi.h>
 
+#include <Support/TestFiles.h>
+
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QFile>
@@ -55,11 +57,19 @@ private Q_SLOTS:
 
     void panelWithoutParentOrMainWindow();
     void mainWindowDestroyedInMidTake();
-    void engineWithoutARecorderIsSurvived();
+    void panelWithoutDevicesClosesQuietly();
 
 private:
+    using Triggers = QHash<QString, Action>;
+
     void makeTakeLong() { passTime(5000); }
     void reachState(const QString& state);
+    /** What makes the panel emit or tell something, by name: from the start, */
+    Triggers startTriggers();
+    /** while a take runs that is still too short, */
+    Triggers takeTriggers();
+    /** and while one runs that is not. */
+    Triggers longTakeTriggers();
     void trigger(const QString& what);
     void leaveBy(const QString& way);
 };
@@ -225,79 +235,106 @@ void tst_KdAudioRecordPanelLife::destroyedInAnyState()
     QVERIFY(!isLocked());
 }
 
-void tst_KdAudioRecordPanelLife::trigger(const QString& what)
+tst_KdAudioRecordPanelLife::Triggers tst_KdAudioRecordPanelLife::startTriggers()
 {
-    if (what == QLatin1String("start")) {
-        button(kStart)->click();
-    } else if (what == QLatin1String("no device")) {
-        setMicrophones({});
-        button("KAudioCapture_ButtonRefresh")->click();
-        panel->startFromOutside();
-    } else if (what == QLatin1String("refused")) {
-        setVoiceFolder(QString());
-        QFile file(temporaryPath(QStringLiteral("file")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        setVoiceFolder(file.fileName());
-        button(kStart)->click();
-    } else if (what == QLatin1String("failed start")) {
-        engine->fail("start");
-        button(kStart)->click();
+    const auto press = [this] { button(kStart)->click(); };
+    const auto pressUntilAsked = [this, press] {
+        press();
         QTRY_VERIFY(engine->count("start") > 0);
-    } else if (what == QLatin1String("take")) {
-        button(kStart)->click();
-        QTRY_VERIFY(engine->count("start") > 0);
-    } else if (what == QLatin1String("stop")) {
-        startTake();
+    };
+    return {
+        {QStringLiteral("start"), press},
+        {QStringLiteral("key"), [this] { pressKey(Qt::Key_Space); }},
+        {QStringLiteral("take"), pressUntilAsked},
+        {QStringLiteral("failed start"),
+         [this, pressUntilAsked] {
+             engine->fail("start");
+             pressUntilAsked();
+         }},
+        {QStringLiteral("no device"),
+         [this] {
+             setMicrophones({});
+             button("KAudioCapture_ButtonRefresh")->click();
+             panel->startFromOutside();
+         }},
+        {QStringLiteral("refused"),
+         [this, press] {
+             const QString file = temporaryPath(QStringLiteral("file"));
+             TestFiles::write(file, "no folder");
+             setVoiceFolder(file);
+             press();
+         }},
+        {QStringLiteral("mute"), [this] { click("KAudioCapture_MuteBox"); }},
+        {QStringLiteral("ok"), [this] { click(kOk); }},
+    };
+}
+
+tst_KdAudioRecordPanelLife::Triggers tst_KdAudioRecordPanelLife::takeTriggers()
+{
+    const auto reRecord = [this] {
         makeTakeLong();
-        click(kStart);
-    } else if (what == QLatin1String("short stop")) {
-        startTake();
-        click(kStart);
-    } else if (what == QLatin1String("lost")) {
-        startTake();
-        makeTakeLong();
-        engine->deliverDevice(4, 0);
-        drain();
-    } else if (what == QLatin1String("file gone")) {
-        QVERIFY(QFile::remove(startTake()));
-        makeTakeLong();
-        click(kStart);
-    } else if (what == QLatin1String("close")) {
-        startTake();
-        makeTakeLong();
-        panel->close();
-    } else if (what == QLatin1String("short close")) {
-        startTake();
-        panel->close();
-    } else if (what == QLatin1String("time")) {
-        startTake();
-        engine->deliverTime(1000);
-        drain();
-    } else if (what == QLatin1String("mute")) {
-        click("KAudioCapture_MuteBox");
-    } else if (what == QLatin1String("pause")) {
-        startTake();
-        click(kPause);
-    } else if (what == QLatin1String("resume")) {
-        startTake();
-        click(kPause);
-        click(kPause);
-    } else if (what == QLatin1String("ok")) {
-        click(kOk);
-    } else if (what == QLatin1String("key")) {
-        pressKey(Qt::Key_Space);
-    } else if (what == QLatin1String("re-record") || what == QLatin1String("failed re-record")) {
-        startTake();
-        makeTakeLong();
-        if (what == QLatin1String("failed re-record")) {
-            engine->fail("start");
-        }
         answers->answerPopover(true);
         click(kReRecord);
         QTRY_COMPARE(answers->pending(), 0);
-    } else {
-        QFAIL(qPrintable(what));
+    };
+    return {
+        {QStringLiteral("short stop"), [this] { click(kStart); }},
+        {QStringLiteral("short close"), [this] { panel->close(); }},
+        {QStringLiteral("pause"), [this] { click(kPause); }},
+        {QStringLiteral("resume"),
+         [this] {
+             click(kPause);
+             click(kPause);
+         }},
+        {QStringLiteral("time"),
+         [this] {
+             engine->deliverTime(1000);
+             drain();
+         }},
+        {QStringLiteral("re-record"), reRecord},
+        {QStringLiteral("failed re-record"),
+         [this, reRecord] {
+             engine->fail("start");
+             reRecord();
+         }},
+    };
+}
+
+tst_KdAudioRecordPanelLife::Triggers tst_KdAudioRecordPanelLife::longTakeTriggers()
+{
+    return {
+        {QStringLiteral("stop"), [this] { click(kStart); }},
+        {QStringLiteral("close"), [this] { panel->close(); }},
+        {QStringLiteral("lost"),
+         [this] {
+             engine->deliverDevice(4, 0);
+             drain();
+         }},
+        {QStringLiteral("file gone"),
+         [this] {
+             QVERIFY(QDir(voiceFolder()).removeRecursively());
+             QVERIFY(QDir().mkpath(voiceFolder()));
+             click(kStart);
+         }},
+    };
+}
+
+void tst_KdAudioRecordPanelLife::trigger(const QString& what)
+{
+    if (const Action action = startTriggers().value(what)) {
+        action();
+        return;
     }
+    const Action duringTake = takeTriggers().value(what);
+    const Action duringLongTake = longTakeTriggers().value(what);
+    QVERIFY2(duringTake || duringLongTake, qPrintable(what));
+    startTake();
+    if (duringTake) {
+        duringTake();
+        return;
+    }
+    makeTakeLong();
+    duringLongTake();
 }
 
 void tst_KdAudioRecordPanelLife::leaveBy(const QString& way)
@@ -472,7 +509,7 @@ void tst_KdAudioRecordPanelLife::mainWindowDestroyedInMidTake()
     mainWindow = std::make_unique<QWidget>();
 }
 
-void tst_KdAudioRecordPanelLife::engineWithoutARecorderIsSurvived()
+void tst_KdAudioRecordPanelLife::panelWithoutDevicesClosesQuietly()
 {
     setMicrophones({});
     engine->fail("stop");

@@ -36,6 +36,8 @@ Widget* shownWindow()
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(KdRecordNotices&)>)
+
 class tst_KdRecordNotices : public KdTestCase
 {
     Q_OBJECT
@@ -244,8 +246,6 @@ void tst_KdRecordNotices::takeNoticesGoTogether()
     QTRY_VERIFY(!panel.findChild<QWidget*>(QStringLiteral("KdPopovers")));
     QCOMPARE(calls, 0);
 }
-
-Q_DECLARE_METATYPE(std::function<void(KdRecordNotices&)>)
 
 int main(int argc, char** argv)
 {
