@@ -9,7 +9,8 @@ SmallDisk::SmallDisk(const QString& folder, int kilobytes) : m_folder(folder)
 {
     QDir().mkpath(folder);
     const QByteArray options = QByteArrayLiteral("size=") + QByteArray::number(kilobytes) + 'k';
-    m_mounted = mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", 0, options.constData()) == 0;
+    m_mounted =
+        mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", 0, options.constData()) == 0;
 }
 
 SmallDisk::~SmallDisk()

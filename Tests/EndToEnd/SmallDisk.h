@@ -3,8 +3,9 @@
 #include <QString>
 
 /**
- * A disk of a few hundred kilobytes, mounted at a folder of the test for the life of the object. Needs the right to
- * mount, which the end-to-end launcher gives a test that does not run as root by a user namespace.
+ * A disk of a few hundred kilobytes, mounted at a folder of the test for the life of the object.
+ * Needs the right to mount, which the end-to-end launcher gives a test that does not run as root by
+ * a user namespace.
  */
 class SmallDisk
 {

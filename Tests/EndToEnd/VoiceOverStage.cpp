@@ -34,8 +34,9 @@ VoiceOverStage::~VoiceOverStage()
 bool VoiceOverStage::open()
 {
     show();
-    return waitUntil([this] { return control<>(QStringLiteral("KAudioCapture_RecorderButton"))->isEnabled(); },
-                     QStringLiteral("a microphone in the dialog's list"), 8000);
+    return waitUntil(
+        [this] { return control<>(QStringLiteral("KAudioCapture_RecorderButton"))->isEnabled(); },
+        QStringLiteral("a microphone in the dialog's list"), 8000);
 }
 
 void VoiceOverStage::show()
@@ -68,7 +69,8 @@ void VoiceOverStage::connectView()
                      [this](qint64 msec) { m_lastElapsed = msec; });
 }
 
-void VoiceOverStage::note(const QString& path, const QString& fileInfo, const QString& fileExportInfo)
+void VoiceOverStage::note(const QString& path, const QString& fileInfo,
+                          const QString& fileExportInfo)
 {
     m_reports.append(
         {path, QJsonDocument::fromJson(fileInfo.toUtf8()).object(), fileInfo, fileExportInfo});
@@ -98,14 +100,15 @@ bool VoiceOverStage::startTake(const TestPlace& place)
 {
     const int before = m_starts;
     pressRecord(place);
-    return waitUntil([this, before] { return m_starts > before; }, QStringLiteral("the start of the take"), 15000,
-                     place);
+    return waitUntil([this, before] { return m_starts > before; },
+                     QStringLiteral("the start of the take"), 15000, place);
 }
 
 bool VoiceOverStage::waitForElapsed(qint64 msec, const TestPlace& place) const
 {
     return waitUntil([this, msec] { return m_lastElapsed >= msec; },
-                     QStringLiteral("%1 ms of recorded time").arg(msec), static_cast<int>(msec) + 10000, place);
+                     QStringLiteral("%1 ms of recorded time").arg(msec),
+                     static_cast<int>(msec) + 10000, place);
 }
 
 bool VoiceOverStage::stopTake(const TestPlace& place)

@@ -16,8 +16,8 @@
 #include <memory>
 
 /**
- * The real voice-over dialog over the real engine and a virtual microphone: a main window, the dialog, and what the
- * dialog told its host. Failures of its steps fail the running test.
+ * The real voice-over dialog over the real engine and a virtual microphone: a main window, the
+ * dialog, and what the dialog told its host. Failures of its steps fail the running test.
  */
 class VoiceOverStage
 {

@@ -44,7 +44,8 @@ QProcessEnvironment tst_StudioCommand::environment() const
     QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
     own.insert(QStringLiteral("HOME"), temporaryPath(QStringLiteral("home")));
     const QStringList folders = {QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("XDG_DATA_HOME"),
-                                 QStringLiteral("XDG_CACHE_HOME"), QStringLiteral("XDG_STATE_HOME")};
+                                 QStringLiteral("XDG_CACHE_HOME"),
+                                 QStringLiteral("XDG_STATE_HOME")};
     for (const QString& folder : folders) {
         own.remove(folder);
     }
@@ -55,12 +56,14 @@ void tst_StudioCommand::start(QProcess& studio, const QStringList& arguments) co
 {
     QDir().mkpath(temporaryPath(QStringLiteral("home")));
     studio.setProcessEnvironment(environment());
-    studio.start(QStringLiteral(STUDIO_PROGRAM), QStringList{QStringLiteral("--takes"), takesFolder()} + arguments);
+    studio.start(QStringLiteral(STUDIO_PROGRAM),
+                 QStringList{QStringLiteral("--takes"), takesFolder()} + arguments);
 }
 
 QString tst_StudioCommand::onlyTake() const
 {
-    const QStringList files = QDir(takesFolder()).entryList({QStringLiteral("REC_*.m4a")}, QDir::Files);
+    const QStringList files =
+        QDir(takesFolder()).entryList({QStringLiteral("REC_*.m4a")}, QDir::Files);
     return files.size() == 1 ? QDir(takesFolder()).filePath(files.first()) : QString();
 }
 
@@ -69,7 +72,8 @@ void tst_StudioCommand::voiceOverIsRecordedImportedAndPrinted()
     VirtualMicrophone microphone;
     QVERIFY(microphone.plug());
     const QString speech = temporaryPath(QStringLiteral("speech.wav"));
-    QVERIFY(TestSound::writeSpeech(speech, QStringLiteral("One two three four five six seven."), 40.0));
+    QVERIFY(
+        TestSound::writeSpeech(speech, QStringLiteral("One two three four five six seven."), 40.0));
     QVERIFY(microphone.play(speech));
     QProcess studio;
     start(studio, {QStringLiteral("--voice-over"), QStringLiteral("3")});
@@ -82,7 +86,8 @@ void tst_StudioCommand::voiceOverIsRecordedImportedAndPrinted()
     const QString take = onlyTake();
     QVERIFY(!take.isEmpty());
     QVERIFY2(output.contains(take), qPrintable(output));
-    QVERIFY2(output.contains(QStringLiteral("\"device_name\": \"USB Microphone\"")), qPrintable(output));
+    QVERIFY2(output.contains(QStringLiteral("\"device_name\": \"USB Microphone\"")),
+             qPrintable(output));
     const MediaInfo media = MediaProbe::probe(take);
     QVERIFY2(media.isReadable, qPrintable(media.complaint));
     QVERIFY(media.seconds >= 2.8 && media.seconds <= 4.0);
@@ -90,7 +95,8 @@ void tst_StudioCommand::voiceOverIsRecordedImportedAndPrinted()
 
     const QJsonDocument index =
         QJsonDocument::fromJson(TestFiles::read(takesFolder() + QStringLiteral("/Takes.json")));
-    QVERIFY2(index.toJson().contains(QFileInfo(take).fileName().toUtf8()), index.toJson().constData());
+    QVERIFY2(index.toJson().contains(QFileInfo(take).fileName().toUtf8()),
+             index.toJson().constData());
 }
 
 void tst_StudioCommand::demonstrationNeedsNoMicrophone()
@@ -133,8 +139,9 @@ void tst_StudioCommand::whatIsMissingIsSaid()
         bare.remove(QStringLiteral("QT_QPA_PLATFORM"));
     }
     studio.setProcessEnvironment(bare);
-    studio.start(QStringLiteral(STUDIO_PROGRAM), {QStringLiteral("--takes"), takesFolder(),
-                                                  QStringLiteral("--voice-over"), QStringLiteral("2")});
+    studio.start(QStringLiteral(STUDIO_PROGRAM),
+                 {QStringLiteral("--takes"), takesFolder(), QStringLiteral("--voice-over"),
+                  QStringLiteral("2")});
     QVERIFY(DialogDriver::waitUntil([&] { return studio.state() == QProcess::NotRunning; },
                                     QStringLiteral("the end of the command"), 60000));
     QCOMPARE(studio.exitStatus(), QProcess::NormalExit);
@@ -164,10 +171,12 @@ void tst_StudioCommand::killInMidTakeLosesASecondAtMost()
     QProcess studio;
     start(studio, {QStringLiteral("--voice-over"), QStringLiteral("30")});
     // The claim of the name is the beginning of the take.
-    QVERIFY(DialogDriver::waitUntil([&] { return !onlyTake().isEmpty(); }, QStringLiteral("the take's file"), 40000));
+    QVERIFY(DialogDriver::waitUntil([&] { return !onlyTake().isEmpty(); },
+                                    QStringLiteral("the take's file"), 40000));
     QElapsedTimer running;
     running.start();
-    QVERIFY(DialogDriver::waitUntil([&] { return running.elapsed() >= afterMs; }, QStringLiteral("time"), 10000));
+    QVERIFY(DialogDriver::waitUntil([&] { return running.elapsed() >= afterMs; },
+                                    QStringLiteral("time"), 10000));
     const double recorded = static_cast<double>(running.elapsed()) / 1000.0;
     kill(static_cast<pid_t>(studio.processId()), SIGKILL);
     QVERIFY(studio.waitForFinished(10000));

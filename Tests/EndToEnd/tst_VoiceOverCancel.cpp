@@ -71,7 +71,8 @@ void tst_VoiceOverCancel::countdownIsCancelled()
     QVERIFY(stage.open());
     stage.setCountdown(9);
     stage.pressRecord();
-    auto* const countdown = stage.view()->findChild<QWidget*>(QStringLiteral("KAudioCapture_Countdown"));
+    auto* const countdown =
+        stage.view()->findChild<QWidget*>(QStringLiteral("KAudioCapture_Countdown"));
     QVERIFY(countdown);
     QTRY_VERIFY_WITH_TIMEOUT(countdown->isVisible(), 5000);
 
@@ -84,7 +85,8 @@ void tst_VoiceOverCancel::countdownIsCancelled()
     }
 
     QTRY_VERIFY_WITH_TIMEOUT(!countdown->isVisible(), 5000);
-    QVERIFY(!stage.control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isChecked());
+    QVERIFY(
+        !stage.control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isChecked());
     QCOMPARE(stage.starts(), 0);
     QVERIFY(takeFiles().isEmpty());
     stage.setCountdown(0);

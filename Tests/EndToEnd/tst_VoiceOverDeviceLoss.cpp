@@ -30,7 +30,10 @@ private:
     }
 
     /** Everything that the take's end on a lost device may log. */
-    void allowLossInLog() { allowLog(QStringLiteral("(?i)disconnected|lost|gone|killed|removed|no longer")); }
+    void allowLossInLog()
+    {
+        allowLog(QStringLiteral("(?i)disconnected|lost|gone|killed|removed|no longer"));
+    }
 };
 
 void tst_VoiceOverDeviceLoss::lostMicrophoneEndsTheTakeAndKeepsIt()
@@ -52,13 +55,15 @@ void tst_VoiceOverDeviceLoss::lostMicrophoneEndsTheTakeAndKeepsIt()
     QVERIFY(stage.waitForReports(1));
 
     QTRY_COMPARE_WITH_TIMEOUT(
-        answers.messages(), QStringList(QStringLiteral("Audio device USB Microphone connection lost.")), 5000);
+        answers.messages(),
+        QStringList(QStringLiteral("Audio device USB Microphone connection lost.")), 5000);
     const MediaInfo media = MediaProbe::probe(stage.lastReport().path);
     QVERIFY2(media.isReadable, qPrintable(media.complaint));
     QVERIFY2(media.seconds * 1000.0 >= static_cast<double>(recorded) - 150.0,
              qPrintable(QStringLiteral("%1 s kept of %2 ms").arg(media.seconds).arg(recorded)));
     QTRY_COMPARE_WITH_TIMEOUT(rows(stage), QStringList(QStringLiteral("No Device")), 5000);
-    QVERIFY(!stage.control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isEnabled());
+    QVERIFY(
+        !stage.control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isEnabled());
 }
 
 void tst_VoiceOverDeviceLoss::returningMicrophoneIsListedAndSelected()

@@ -12,15 +12,16 @@
 
 #include <cmath>
 
-namespace
-{
+namespace {
 
-const QString kNoPermission = QStringLiteral("Please check whether you have permission to write or read on the path, or "
-                                             "choose other path to create.");
+const QString kNoPermission =
+    QStringLiteral("Please check whether you have permission to write or read on the path, or "
+                   "choose other path to create.");
 
 } // namespace
 
-/** Folders that fail before and during a take: the right message or a kept take, never a false success. */
+/** Folders that fail before and during a take: the right message or a kept take, never a false
+ * success. */
 class tst_VoiceOverDisk : public KdTestCase
 {
     Q_OBJECT
@@ -88,7 +89,8 @@ void tst_VoiceOverDisk::unusableFolderIsRefused()
     QTRY_COMPARE_WITH_TIMEOUT(answers.messages(), QStringList(kNoPermission), 5000);
     unprivileged.reset();
 
-    QTRY_VERIFY(!m_stage->control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isChecked());
+    QTRY_VERIFY(!m_stage->control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))
+                     ->isChecked());
     QCOMPARE(m_stage->starts(), 0);
     QVERIFY(m_stage->reports().isEmpty() || m_stage->lastReport().path.isEmpty());
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -102,7 +104,8 @@ void tst_VoiceOverDisk::missingFolderIsMade()
     QVERIFY(m_stage->startTake());
     QVERIFY(m_stage->waitForElapsed(1200));
     QVERIFY(m_stage->stopTake());
-    QCOMPARE(QFileInfo(m_stage->lastReport().path).absolutePath(), m_folder + QStringLiteral("/a/b/c"));
+    QCOMPARE(QFileInfo(m_stage->lastReport().path).absolutePath(),
+             m_folder + QStringLiteral("/a/b/c"));
     QVERIFY(MediaProbe::probe(m_stage->lastReport().path).isReadable);
 }
 
@@ -118,7 +121,8 @@ void tst_VoiceOverDisk::folderDeletedInMidTakeIsNoSuccess()
     QVERIFY(m_stage->stopTake());
     QCOMPARE(answers.messages().size(), 1);
     QVERIFY2(m_stage->lastReport().path.isEmpty(), qPrintable(m_stage->lastReport().path));
-    QVERIFY(!logLines().filter(QStringLiteral("Failed to stop the audio record process")).isEmpty());
+    QVERIFY(
+        !logLines().filter(QStringLiteral("Failed to stop the audio record process")).isEmpty());
 }
 
 int main(int argc, char** argv)

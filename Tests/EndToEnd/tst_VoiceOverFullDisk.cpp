@@ -55,7 +55,8 @@ void tst_VoiceOverFullDisk::fullDiskInMidTakeKeepsWhatFitted()
     answers.answerMessage(QDialogButtonBox::No);
     QVERIFY(m_stage->startTake());
     QCOMPARE(answers.messages().size(), 1);
-    QVERIFY(answers.messages().first().contains(QStringLiteral("MB space in the specified output directory")));
+    QVERIFY(answers.messages().first().contains(
+        QStringLiteral("MB space in the specified output directory")));
 
     // Nothing more reaches the file when the recorded time stands still.
     QElapsedTimer sinceGrowth;
@@ -88,11 +89,14 @@ void tst_VoiceOverFullDisk::littleSpaceAsksAndYesRecordsNothing()
     answers.answerMessage(QDialogButtonBox::Yes);
     m_stage->pressRecord();
     QTRY_COMPARE_WITH_TIMEOUT(answers.messages().size(), 1, 5000);
-    QVERIFY(QRegularExpression(QStringLiteral("^There is only [01]MB space in the specified output directory, Would you "
-                                              "choose another directory\\?$"))
+    QVERIFY(QRegularExpression(
+                QStringLiteral(
+                    "^There is only [01]MB space in the specified output directory, Would you "
+                    "choose another directory\\?$"))
                 .match(answers.messages().first())
                 .hasMatch());
-    QTRY_VERIFY(!m_stage->control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isChecked());
+    QTRY_VERIFY(!m_stage->control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))
+                     ->isChecked());
     QCOMPARE(m_stage->starts(), 0);
     QVERIFY(QDir(m_folder).entryList(QDir::Files | QDir::Hidden).isEmpty());
 }

@@ -6,8 +6,7 @@
 
 #include <cmath>
 
-namespace
-{
+namespace {
 
 constexpr double kFromHertz = 400.0;
 constexpr double kToHertz = 2400.0;
@@ -26,8 +25,8 @@ private Q_SLOTS:
     void tenPausesLeaveExactlyWhatWasNotPaused();
 };
 
-// The microphone hears a tone whose pitch tells the time at which it was played: where the file's pitch rises faster
-// than played, something was left out, and how much of it.
+// The microphone hears a tone whose pitch tells the time at which it was played: where the file's
+// pitch rises faster than played, something was left out, and how much of it.
 void tst_VoiceOverPauses::tenPausesLeaveExactlyWhatWasNotPaused()
 {
     VoiceOverStage stage(temporaryPath(QStringLiteral("takes")));
@@ -53,24 +52,29 @@ void tst_VoiceOverPauses::tenPausesLeaveExactlyWhatWasNotPaused()
         pausedSeconds += static_cast<double>(paused.nsecsElapsed()) * 1e-9;
         QVERIFY(stage.waitForElapsed(500 + number * 400));
     }
-    const double unpaused = elapsedAtWhole + static_cast<double>(whole.nsecsElapsed()) * 1e-9 - pausedSeconds;
+    const double unpaused =
+        elapsedAtWhole + static_cast<double>(whole.nsecsElapsed()) * 1e-9 - pausedSeconds;
     QVERIFY(stage.stopTake());
 
     const MediaInfo media = MediaProbe::probe(stage.lastReport().path);
     QVERIFY2(media.isReadable, qPrintable(media.complaint));
-    QVERIFY2(std::abs(media.seconds - unpaused) <= 0.100,
-             qPrintable(QStringLiteral("%1 s in the file, %2 s not paused").arg(media.seconds).arg(unpaused)));
+    QVERIFY2(
+        std::abs(media.seconds - unpaused) <= 0.100,
+        qPrintable(
+            QStringLiteral("%1 s in the file, %2 s not paused").arg(media.seconds).arg(unpaused)));
 
     const QVector<float> samples = MediaProbe::samples(stage.lastReport().path);
     const double first = MediaProbe::pitchAt(samples, 48000, 0.15);
     const double last = MediaProbe::pitchAt(samples, 48000, media.seconds - 0.15);
     const double played = (last - first) / kHertzPerSecond;
     const double leftOut = played - (media.seconds - 0.30);
-    QVERIFY2(std::abs(leftOut - pausedSeconds) <= 0.25,
-             qPrintable(QStringLiteral("%1 s left out, %2 s paused").arg(leftOut).arg(pausedSeconds)));
+    QVERIFY2(
+        std::abs(leftOut - pausedSeconds) <= 0.25,
+        qPrintable(QStringLiteral("%1 s left out, %2 s paused").arg(leftOut).arg(pausedSeconds)));
     int jumps = 0;
     for (double at = 0.1; at < media.seconds - 0.2; at += 0.05) {
-        const double rise = MediaProbe::pitchAt(samples, 48000, at + 0.05) - MediaProbe::pitchAt(samples, 48000, at);
+        const double rise = MediaProbe::pitchAt(samples, 48000, at + 0.05) -
+                            MediaProbe::pitchAt(samples, 48000, at);
         jumps += rise > 0.2 * kHertzPerSecond ? 1 : 0;
     }
     QVERIFY2(jumps >= kPauses, qPrintable(QStringLiteral("%1 jumps of the pitch").arg(jumps)));

@@ -42,13 +42,15 @@ void tst_VoiceOverTake::takeIsRecordedAsChosenAndReported()
     QFETCH(int, channels);
     QFETCH(int, mode);
     VoiceOverStage stage(temporaryPath(QStringLiteral("takes")));
-    KAudioAdvanceSettings* const format = KdAppSettings::GetInstance()->GetSettings()->GetAudioAdvanceSettings();
+    KAudioAdvanceSettings* const format =
+        KdAppSettings::GetInstance()->GetSettings()->GetAudioAdvanceSettings();
     format->SetSampleRate(samplerate);
     format->SetChannels(channels);
     format->SetBitrateMode(static_cast<quint32>(mode));
     const QString speech = temporaryPath(QStringLiteral("speech.wav"));
     QVERIFY(TestSound::writeSpeech(
-        speech, QStringLiteral("The quick brown fox jumps over the lazy dog and does it again."), 30.0));
+        speech, QStringLiteral("The quick brown fox jumps over the lazy dog and does it again."),
+        30.0));
     QVERIFY(stage.microphone().plug());
     QVERIFY(stage.open());
     QCOMPARE(stage.deviceText(), stage.microphone().description());
@@ -67,7 +69,8 @@ void tst_VoiceOverTake::takeIsRecordedAsChosenAndReported()
     QCOMPARE(report.fileInfo.keys(),
              (QStringList{QStringLiteral("audio_channels"), QStringLiteral("device_name"),
                           QStringLiteral("file_duration"), QStringLiteral("sampling_rate")}));
-    QCOMPARE(report.fileInfo.value(QLatin1String("device_name")).toString(), stage.microphone().description());
+    QCOMPARE(report.fileInfo.value(QLatin1String("device_name")).toString(),
+             stage.microphone().description());
     QCOMPARE(report.fileInfo.value(QLatin1String("sampling_rate")).toInt(), 16);
     QCOMPARE(report.fileInfo.value(QLatin1String("file_duration")).toInt(), 5);
     QCOMPARE(report.fileExportInfo, QStringLiteral("{\n}\n"));
@@ -79,8 +82,10 @@ void tst_VoiceOverTake::takeIsRecordedAsChosenAndReported()
     QCOMPARE(media.samplerate, samplerate);
     QCOMPARE(media.channels, channels);
     const double elapsed = static_cast<double>(stage.lastElapsed()) / 1000.0;
-    QVERIFY2(std::abs(media.seconds - elapsed) <= 0.150,
-             qPrintable(QStringLiteral("%1 s in the file, %2 s reported").arg(media.seconds).arg(elapsed)));
+    QVERIFY2(
+        std::abs(media.seconds - elapsed) <= 0.150,
+        qPrintable(
+            QStringLiteral("%1 s in the file, %2 s reported").arg(media.seconds).arg(elapsed)));
     const double played = MediaProbe::meanDecibel(speech, 0.5, 4.0);
     const double recorded = MediaProbe::meanDecibel(report.path, 0.5, 4.0);
     QVERIFY2(std::abs(played - recorded) <= 2.0,
@@ -118,10 +123,13 @@ void tst_VoiceOverTake::choicesAreStoredWithTheTake()
     delete stage.view();
 
     const QByteArray stored = TestFiles::read(documentDir() + QStringLiteral("/Settingdatas.xml"));
-    QVERIFY2(stored.contains("<m_sSelectedAudioDeviceName>USB Microphone</m_sSelectedAudioDeviceName>"),
+    QVERIFY2(
+        stored.contains("<m_sSelectedAudioDeviceName>USB Microphone</m_sSelectedAudioDeviceName>"),
+        stored.constData());
+    QVERIFY2(stored.contains("<RecordScreenCountdown>1</RecordScreenCountdown>"),
              stored.constData());
-    QVERIFY2(stored.contains("<RecordScreenCountdown>1</RecordScreenCountdown>"), stored.constData());
-    QVERIFY2(stored.contains("<WebRecordRecordPreview>true</WebRecordRecordPreview>"), stored.constData());
+    QVERIFY2(stored.contains("<WebRecordRecordPreview>true</WebRecordRecordPreview>"),
+             stored.constData());
 }
 
 void tst_VoiceOverTake::folderMayHaveAnyName_data()
@@ -129,7 +137,8 @@ void tst_VoiceOverTake::folderMayHaveAnyName_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("spaces") << QStringLiteral("my own  takes");
     QTest::newRow("a place marker") << QStringLiteral("take %1 of %2");
-    QTest::newRow("other scripts") << QString::fromUtf8("Aufnahmen-\xc3\xa4\xc3\xb6\xc3\xbc \xe5\xbd\x95\xe9\x9f\xb3 \xd8\xb5\xd9\x88\xd8\xaa");
+    QTest::newRow("other scripts") << QString::fromUtf8(
+        "Aufnahmen-\xc3\xa4\xc3\xb6\xc3\xbc \xe5\xbd\x95\xe9\x9f\xb3 \xd8\xb5\xd9\x88\xd8\xaa");
     QTest::newRow("quotes and pipeline syntax") << QStringLiteral("a\" ! filesink 'b");
     QTest::newRow("255 bytes") << QString(255, QLatin1Char('n'));
 }

@@ -1,0 +1,138 @@
+#include "StudioShots.h"
+
+#include <KdAppSettings/KdAppSettings.h>
+#include <KdRecord/KdAudioRecordView.h>
+#include <KdWidgets/KdDoubleSpinBox.h>
+#include <KdZentraCore/KdUtility.h>
+#include <Studio/StudioImporter.h>
+#include <Studio/StudioLanguages.h>
+#include <Studio/StudioRecordSession.h>
+#include <Studio/StudioRecovery.h>
+#include <Studio/StudioTakeLibrary.h>
+#include <Studio/StudioWindow.h>
+#include <Support/Command.h>
+#include <Support/ScriptedEngine.h>
+#include <Support/VirtualMicrophone.h>
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString kFileInfo =
+    QStringLiteral("{\n    \"audio_channels\": 2,\n    \"device_name\": \"USB Microphone\",\n"
+                   "    \"file_duration\": %1,\n    \"sampling_rate\": 16\n}\n");
+
+/** Studio over a takes folder of its own. */
+class Bench
+{
+public:
+    Bench()
+    {
+        m_engine.script().take = "take";
+        KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(
+            m_folder.path());
+        m_window = std::make_unique<StudioWindow>(&m_languages);
+        KdUtility::gSetMainWindow(m_window.get());
+        m_window->resize(1100, 680);
+        m_window->openTakes();
+        m_window->show();
+    }
+
+    ~Bench()
+    {
+        m_window->session()->close();
+        KdUtility::gSetMainWindow(nullptr);
+    }
+
+    StudioWindow* window() const { return m_window.get(); }
+    ScriptedEngine& engine() { return m_engine; }
+    QString folder() const { return m_folder.path(); }
+
+    /** A spoken take of some seconds, imported as a recorder's. */
+    void import(const QString& name, const QString& words, int seconds)
+    {
+        const QString speech = m_folder.filePath(QStringLiteral("speech.wav"));
+        const QString take = m_folder.filePath(name);
+        TestSound::writeSpeech(speech, words, seconds);
+        Command::run(QStringLiteral("ffmpeg"),
+                     {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), speech,
+                      QStringLiteral("-t"), QString::number(seconds), take});
+        QFile::remove(speech);
+        m_window->importer()->import(take, kFileInfo.arg(seconds), QStringLiteral("{\n}\n"));
+        const int wanted = ++m_imported;
+        Shot::waitFor([this, wanted] { return m_window->library()->count() >= wanted; },
+                      "an imported take");
+    }
+
+private:
+    ScriptedEngine m_engine;
+    QTemporaryDir m_folder;
+    StudioLanguages m_languages;
+    std::unique_ptr<StudioWindow> m_window;
+    int m_imported = 0;
+};
+
+void importSome(Bench& bench)
+{
+    bench.import(
+        QStringLiteral("REC_20260314_091500.m4a"),
+        QStringLiteral("Welcome back. Today we look at how light falls on a table of fruit."), 9);
+    bench.import(QStringLiteral("REC_20260314_092210.m4a"),
+                 QStringLiteral("And this is how it looks at night."), 5);
+    bench.import(QStringLiteral("REC_20260314_093045.m4a"),
+                 QStringLiteral("Thank you for watching, and see you in the next part."), 6);
+    Shot::letPass(1200);
+}
+
+bool recording(Bench& bench, const Shot& shot)
+{
+    bench.window()->session()->open();
+    KdAudioRecordView* const view = bench.window()->session()->view();
+    if (!Shot::waitFor([view] { return view->isVisible(); }, "the dialog")) {
+        return false;
+    }
+    view->findChild<KdDoubleSpinBox*>(QStringLiteral("KAudioCapture_CountdownBox"))->setValue(0);
+    auto* const button =
+        view->findChild<QAbstractButton*>(QStringLiteral("KAudioCapture_RecorderButton"));
+    QTest::mouseClick(button, Qt::LeftButton);
+    Shot::waitFor([&] { return bench.engine().count("start") > 0; }, "the take");
+    bench.engine().deliverTime(12400);
+    bench.engine().deliverVolume(58);
+    Shot::letPass(600);
+    const bool ok = shot.take(bench.window(), QStringLiteral("studio-recording"));
+    Shot::letPass(700);
+    QTest::mouseClick(button, Qt::LeftButton);
+    return ok;
+}
+
+bool recovery(Bench& bench, const Shot& shot)
+{
+    UnfinishedTake take;
+    take.record.takePath = bench.folder() + QStringLiteral("/REC_20260314_094107.m4a");
+    take.record.started = QDateTime(QDate(2026, 3, 14), QTime(9, 41, 7), Qt::UTC);
+    take.bytes = 734003;
+    Q_EMIT bench.window()->findChild<StudioRecovery*>()->found({take});
+    Shot::letPass(200);
+    return shot.take(bench.window(), QStringLiteral("studio-recovery"));
+}
+
+} // namespace
+
+bool takeStudioShots(const Shot& shot)
+{
+    bool ok = true;
+    {
+        const Bench empty;
+        ok = shot.take(empty.window(), QStringLiteral("studio-empty"));
+    }
+    Bench bench;
+    importSome(bench);
+    ok = shot.take(bench.window(), QStringLiteral("studio-takes")) && ok;
+    ok = recording(bench, shot) && ok;
+    bench.window()->session()->close();
+    Shot::letPass(300);
+    return recovery(bench, shot) && ok;
+}
