@@ -1,6 +1,5 @@
 #include <KdVBLModel/KdAudioCapture.h>
 
-#include <KdVBLModel/KdDeviceRegistry.h>
 #include <KdVBLModel/KdMonotonicTime.h>
 
 #include <KdCore/KdBaseLog.h>
@@ -9,7 +8,7 @@ namespace {
 
 constexpr qint64 kStallNs = 2000000000;
 
-KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
+KdBaseLog::Source here(const char* function, int line = __builtin_LINE())
 {
     return {"Host/KdVBLModel/KdAudioCapture", function, line};
 }
@@ -23,7 +22,7 @@ void logProblem(KdBaseLog::LogLevel level, GstMessage* message)
     } else {
         gst_message_parse_warning(message, &error, &details);
     }
-    KdBaseLog::write(level, source("KdAudioCapture::handle"), "%s: %s (%s)",
+    KdBaseLog::write(level, here("KdAudioCapture::handle"), "%s: %s (%s)",
                      GST_MESSAGE_SRC_NAME(message), error->message,
                      details ? details : "no details");
     g_error_free(error);
@@ -32,9 +31,10 @@ void logProblem(KdBaseLog::LogLevel level, GstMessage* message)
 
 } // namespace
 
-KdAudioCapture::KdAudioCapture(const KdCaptureDevice& device, Callbacks callbacks)
+KdAudioCapture::KdAudioCapture(const KdCaptureDevice& device, GstElement* source,
+                               Callbacks callbacks)
     : m_device(device)
-    , m_chain(KdDeviceRegistry::instance().createSource(device), callbacks.samples)
+    , m_chain(source, callbacks.samples)
     , m_pipeline(kdSink(gst_pipeline_new("capture")))
     , m_callbacks(std::move(callbacks))
 {
@@ -56,7 +56,7 @@ KdAudioCapture::~KdAudioCapture()
 bool KdAudioCapture::start()
 {
     if (!m_chain.isValid()) {
-        KdBaseLog::write(KdBaseLog::Error, source("KdAudioCapture::start"),
+        KdBaseLog::write(KdBaseLog::Error, here("KdAudioCapture::start"),
                          "The audio input %s cannot be opened: %s.", qUtf8Printable(m_device.name),
                          m_chain.error().c_str());
         return false;

@@ -24,7 +24,8 @@ public:
         std::function<void()> failed;
     };
 
-    KdAudioCapture(const KdCaptureDevice& device, Callbacks callbacks);
+    /** @param source floating, of the device; null makes a capture that does not start */
+    KdAudioCapture(const KdCaptureDevice& device, GstElement* source, Callbacks callbacks);
     /** Closes the device. No callback runs or starts afterwards. */
     ~KdAudioCapture();
 

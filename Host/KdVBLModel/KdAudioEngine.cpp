@@ -31,7 +31,7 @@ KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
 
 std::shared_ptr<KdAudioEngine> KdAudioEngine::create()
 {
-    const std::shared_ptr<KdAudioEngine> engine(new KdAudioEngine);
+    std::shared_ptr<KdAudioEngine> engine(new KdAudioEngine);
     KdDeviceRegistry::instance().addListener(engine.get());
     KdDeviceRegistry::instance().start();
     return engine;

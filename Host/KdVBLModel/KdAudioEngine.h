@@ -85,8 +85,9 @@ private:
     bool undoStart();
     std::shared_ptr<KdAudioTake> openTake(const Settings& wanted) const;
     bool hearsInput(KdAudioTake& take) const;
-    void concludeTake();
+    void concludeTake(const std::shared_ptr<KdAudioTake>& take);
     bool openCapture(const Settings& wanted);
+    std::unique_ptr<KdAudioCapture> createCapture(const KdCaptureDevice& device);
     void closeCapture();
     void updateCapture();
     void captureFailed(int captureNumber);

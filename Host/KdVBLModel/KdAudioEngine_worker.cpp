@@ -15,7 +15,7 @@ namespace {
 /** A device that was opened for this take may need some time; one that runs needs 10 ms. */
 constexpr auto kFirstSoundPatience = 150ms;
 
-KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
+KdBaseLog::Source here(const char* function, int line = __builtin_LINE())
 {
     return {"Host/KdVBLModel/KdAudioEngine", function, line};
 }
@@ -48,9 +48,8 @@ bool KdAudioEngine::connectInput()
     if (!now.take || !openCapture(now.settings) || !hearsInput(*now.take)) {
         return false;
     }
-    KdBaseLog::write(KdBaseLog::Info, source("KdAudioEngine::connectInput"),
-                     "Recording %s from %s.", qUtf8Printable(now.take->path()),
-                     qUtf8Printable(now.settings.device.name));
+    KdBaseLog::write(KdBaseLog::Info, here("KdAudioEngine::connectInput"), "Recording %s from %s.",
+                     qUtf8Printable(now.take->path()), qUtf8Printable(now.settings.device.name));
     return true;
 }
 
@@ -68,7 +67,7 @@ bool KdAudioEngine::undoStart()
 std::shared_ptr<KdAudioTake> KdAudioEngine::openTake(const Settings& wanted) const
 {
     if (wanted.device.isNull()) {
-        KdBaseLog::write(KdBaseLog::Error, source("KdAudioEngine::openTake"),
+        KdBaseLog::write(KdBaseLog::Error, here("KdAudioEngine::openTake"),
                          "There is nothing to record: no audio input is chosen.");
         return nullptr;
     }
@@ -101,13 +100,11 @@ bool KdAudioEngine::hearsInput(KdAudioTake& take) const
 }
 
 /** The file is finished at once; the recorder stays in its state until it is told to stop. */
-void KdAudioEngine::concludeTake()
+void KdAudioEngine::concludeTake(const std::shared_ptr<KdAudioTake>& take)
 {
-    std::shared_ptr<KdAudioTake> take;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_running.isOver = true;
-        take = m_running.take;
+        m_running.isOver |= m_running.take == take; // unless it was stopped meanwhile
     }
     take->finish();
 }
@@ -118,18 +115,7 @@ bool KdAudioEngine::openCapture(const Settings& wanted)
         m_capture && m_capture->device().isSameAs(wanted.device) && !m_capture->hasFailed();
     if (!isOpen) {
         closeCapture();
-        const int number = ++m_captureNumber;
-        KdAudioCapture::Callbacks callbacks;
-        callbacks.samples = [this, device = wanted.device](GstBuffer* buffer) {
-            onSamples(buffer, device);
-        };
-        callbacks.level = [this](double decibel) {
-            m_callbacks.postLevel(KdLevelScale::fromDecibel(decibel));
-        };
-        callbacks.failed = [this, number] {
-            post([number](KdAudioEngine& engine) { engine.captureFailed(number); });
-        };
-        m_capture = std::make_unique<KdAudioCapture>(wanted.device, std::move(callbacks));
+        m_capture = createCapture(wanted.device);
     }
     m_capture->chain().setVolume(wanted.format.volume);
     m_capture->chain().setLevelInterval(wanted.intervalMs);
@@ -139,6 +125,21 @@ bool KdAudioEngine::openCapture(const Settings& wanted)
     }
     m_worker.setTicking(true);
     return true;
+}
+
+std::unique_ptr<KdAudioCapture> KdAudioEngine::createCapture(const KdCaptureDevice& device)
+{
+    const int number = ++m_captureNumber;
+    KdAudioCapture::Callbacks callbacks;
+    callbacks.samples = [this, device](GstBuffer* buffer) { onSamples(buffer, device); };
+    callbacks.level = [this](double decibel) {
+        m_callbacks.postLevel(KdLevelScale::fromDecibel(decibel));
+    };
+    callbacks.failed = [this, number] {
+        post([number](KdAudioEngine& engine) { engine.captureFailed(number); });
+    };
+    GstElement* source = KdDeviceRegistry::instance().createSource(device);
+    return std::make_unique<KdAudioCapture>(device, source, std::move(callbacks));
 }
 
 void KdAudioEngine::closeCapture()
@@ -179,7 +180,7 @@ void KdAudioEngine::loseInput()
     if (now.take && !now.isOver) {
         now.take->close();
         m_callbacks.postDevice(fcdAudioInputRemoved, listedIndex(now.settings.device));
-        concludeTake();
+        concludeTake(now.take);
     }
     closeCapture();
 }
@@ -213,15 +214,14 @@ void KdAudioEngine::deviceWent(const KdCaptureDevice& device)
 void KdAudioEngine::check()
 {
     if (m_capture && m_capture->isStalled()) {
-        KdBaseLog::write(KdBaseLog::Warning, source("KdAudioEngine::check"),
+        KdBaseLog::write(KdBaseLog::Warning, here("KdAudioEngine::check"),
                          "The audio input %s gives nothing any more.",
                          qUtf8Printable(m_capture->device().name));
         loseInput();
     }
     const RunningTake now = running();
     if (now.take && !now.isOver && now.take->mustEnd()) {
-        now.take->close();
-        concludeTake();
+        concludeTake(now.take);
     }
 }
 

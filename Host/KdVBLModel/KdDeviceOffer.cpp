@@ -41,7 +41,7 @@ QString idOf(const KdDeviceFacts& facts, _KdDevType kind)
         QStringLiteral("device.path")};
     const QStringList keys = kind == kdtWebcam ? videoKeys + commonKeys : commonKeys;
     for (const QString& key : keys) {
-        const QString value = facts.properties.value(key);
+        QString value = facts.properties.value(key);
         if (!value.isEmpty()) {
             return value;
         }

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <KdRecord/KdCaptureEngine.h>
+#include <KdVBLModel/KdGstNames.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <QHash>
 #include <QString>
 
 #include <optional>
-
-typedef struct _GstDevice GstDevice;
 
 /** What a sound or video system says of one thing that it has. */
 struct KdDeviceFacts

@@ -274,7 +274,7 @@ void KdDeviceRegistry::Private::replace(const KdGstPtr<GstDevice>& former,
     const auto offer = kdOfferFrom(kdFactsOf(device.get()));
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (offer && m_list.replace(former.get(), device.get(), *offer)) {
-        device.release();
+        static_cast<void>(device.release()); // the list's from now on
         gst_object_unref(former.get());
     }
 }

@@ -1,14 +1,13 @@
 #pragma once
 
 #include <KdVBLModel/KdCaptureDevice.h>
+#include <KdVBLModel/KdGstNames.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <QVector>
 
 #include <chrono>
 #include <memory>
-
-typedef struct _GstElement GstElement;
 
 /** Told of devices that come and go. Called on the registry's thread; must not block. */
 class IKdDeviceListener

@@ -7,7 +7,7 @@ namespace {
 
 constexpr qint64 kFramesPerPacket = 1024;
 constexpr qint64 kIndexBytesPerPacket = 16;
-constexpr qint64 kSpareBytes = 64 * 1024;
+constexpr qint64 kSpareBytes = 64LL * 1024;
 /** Of what is captured before the next look at the disk, and of what is still being encoded. */
 constexpr qint64 kSecondsUnderWay = 2;
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <KdVBLModel/KdGstNames.h>
+
 #include <functional>
 #include <memory>
-
-typedef struct _GMainContext GMainContext;
 
 /**
  * Tells when the sound server comes and goes. The device providers of GStreamer do not: after a

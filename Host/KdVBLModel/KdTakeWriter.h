@@ -1,15 +1,13 @@
 #pragma once
 
 #include <KdRecord/KdCaptureEngine.h>
+#include <KdVBLModel/KdGstNames.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <QString>
 
 #include <functional>
 #include <memory>
-
-typedef struct _GstBuffer GstBuffer;
-typedef struct _GstCaps GstCaps;
 
 /**
  * Writes one audio take: raw sound in, an MP4 file out that plays after a crash up to its last half
