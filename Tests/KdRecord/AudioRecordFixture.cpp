@@ -8,11 +8,33 @@
 #include <KdZentraCore/KdUtility.h>
 #include <KdZentraCore/KdWindowsApi.h>
 
+#include <QAction>
 #include <QDir>
+#include <QDoubleSpinBox>
 #include <QLabel>
+#include <QMenu>
+#include <QSystemTrayIcon>
 #include <QVBoxLayout>
 
 using namespace KdVBLMODEL;
+
+QString BracketingTranslator::translate(const char* context, const char* source,
+                                        const char* disambiguation, int n) const
+{
+    Q_UNUSED(context)
+    Q_UNUSED(disambiguation)
+    Q_UNUSED(n)
+    return QStringLiteral("[%1]").arg(QString::fromUtf8(source));
+}
+
+QStringList AudioRecordFixture::texts(std::initializer_list<const char*> lines)
+{
+    QStringList list;
+    for (const char* const line : lines) {
+        list.append(QString::fromUtf8(line));
+    }
+    return list;
+}
 
 void AudioRecordFixture::init()
 {
@@ -55,6 +77,25 @@ void AudioRecordFixture::showPanel()
     window->setFixedSize(480, 408);
     window->show();
     QVERIFY(QTest::qWaitForWindowActive(window));
+}
+
+void AudioRecordFixture::showView(QWidget* parent)
+{
+    view = new KdAudioRecordView(parent);
+    window = view;
+    adopt(view->findChild<KdAudioRecordPanel*>());
+    QCOMPARE(view->doModal(), 1);
+    QVERIFY(QTest::qWaitForWindowActive(view));
+}
+
+QSystemTrayIcon* AudioRecordFixture::tray() const
+{
+    return view->findChild<QSystemTrayIcon*>();
+}
+
+QAction* AudioRecordFixture::entry(int position) const
+{
+    return tray()->contextMenu()->actions().at(position);
 }
 
 void AudioRecordFixture::adopt(KdAudioRecordPanel* made)
@@ -152,6 +193,22 @@ void AudioRecordFixture::stopTake()
     click(kStart);
     DialogDriver::waitUntil([this] { return !panel || panel->status() == fcsNoStart; },
                             QStringLiteral("the end of the recording"));
+}
+
+void AudioRecordFixture::reachState(const QString& state)
+{
+    auto* const seconds = control<QDoubleSpinBox>("KAudioCapture_CountdownBox");
+    if (state == QLatin1String("counting")) {
+        seconds->setValue(9);
+        click(kStart);
+    } else if (state != QLatin1String("idle")) {
+        startTake();
+    }
+    if (state == QLatin1String("paused")) {
+        click(kPause);
+    } else if (state == QLatin1String("asking")) {
+        click(kReRecord);
+    }
 }
 
 void AudioRecordFixture::pressKey(int key, Qt::KeyboardModifiers modifiers)

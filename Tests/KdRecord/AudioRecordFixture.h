@@ -6,16 +6,31 @@
 #include <Support/WindowAnswers.h>
 
 #include <KdRecord/KdAudioRecordPanel.h>
+#include <KdRecord/KdAudioRecordView.h>
 
 #include <QAbstractButton>
 #include <QDateTime>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QStringList>
+#include <QTranslator>
 #include <QWidget>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
+
+class QAction;
+class QSystemTrayIcon;
+
+/** Says everything in brackets. */
+class BracketingTranslator : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* source, const char* disambiguation,
+                      int n) const override;
+    bool isEmpty() const override { return false; }
+};
 
 /**
  * What the tests of the voice-over panel and its dialog have in common: a scripted engine with two
@@ -34,9 +49,23 @@ public:
     static constexpr const char* kDevice = "KAudioCapture_DeviceBox";
     static constexpr const char* kOk = "KPropertyPanel_Btn";
 
+    static constexpr const char* kTooShort = "The recording is too short. Data cannot be saved.";
+    static constexpr const char* kDeviceIssue = "Unable to record due to an issue with the device.";
+    static constexpr const char* kPermission =
+        "Please check whether you have permission to write or read on the path, or choose other "
+        "path to create.";
+
+    /** @param lines UTF-8 */
+    static QStringList texts(std::initializer_list<const char*> lines);
+
 protected:
     /** The panel in a window of its own, on the screen. */
     void showPanel();
+    /** The panel in its dialog. */
+    void showView(QWidget* parent = nullptr);
+    QSystemTrayIcon* tray() const;
+    /** An entry of the tray icon's menu, from above. */
+    QAction* entry(int position) const;
     /** Instruments a panel that the test has made itself. */
     void adopt(KdAudioRecordPanel* panel);
     void setMicrophones(const QStringList& names);
@@ -61,6 +90,8 @@ protected:
     /** Presses the record button and waits until nothing is recorded. */
     void stopTake();
     void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /** @param state "idle", "counting", "recording", "paused" or "asking" (to re-record) */
+    void reachState(const QString& state);
     /** Waits until the engine's list was asked for once more. */
     bool waitForRebuild(int formerCount);
     QStringList takes() const;
@@ -73,6 +104,7 @@ protected:
     std::unique_ptr<QWidget> mainWindow;
     QPointer<QWidget> window;
     QPointer<KdAudioRecordPanel> panel;
+    QPointer<KdAudioRecordView> view;
     /** The panel's signals in order, "sigStartCapture(false)". */
     QStringList signalTexts;
     QString finishedPath;

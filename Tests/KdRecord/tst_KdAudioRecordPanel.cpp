@@ -18,25 +18,6 @@ using namespace KdVBLMODEL;
 
 namespace {
 
-const char kTooShort[] = "The recording is too short. Data cannot be saved.";
-const char kDeviceIssue[] = "Unable to record due to an issue with the device.";
-const char kPermission[] = "Please check whether you have permission to write or read on the path, "
-                           "or choose other path to create.";
-
-QStringList texts(std::initializer_list<const char*> lines)
-{
-    QStringList list;
-    for (const char* line : lines) {
-        list.append(QString::fromUtf8(line));
-    }
-    return list;
-}
-
-KdOutputFolderCheck withFreeSpace(qint64 megabytes)
-{
-    return KdOutputFolderCheck([megabytes](const QString&) { return megabytes; });
-}
-
 KAudioAdvanceSettings* advanceSettings()
 {
     return KdAppSettings::GetInstance()->GetSettings()->GetAudioAdvanceSettings();
@@ -57,24 +38,10 @@ private Q_SLOTS:
     void folderIsTakenAsItIs();
     void settingsAreLockedWhileCountingAndRecording();
 
-    void countdownOfZeroStartsAtTheFirstTick();
-    void emptyCountdownCountsThree();
-    void countdownIsCancelled_data();
-    void countdownIsCancelled();
-    void pressBesideTheButtonDoesNotCancel();
-    void countdownFollowsTheWindow();
-
     void tooShortTakeIsDiscarded_data();
     void tooShortTakeIsDiscarded();
     void secondTakeIsMeasuredAnew();
 
-    void missingFolderIsMade();
-    void unusableFolderRefusesTheStart_data();
-    void unusableFolderRefusesTheStart();
-    void onlyAnExplicitNoRecordsOnLittleSpace_data();
-    void onlyAnExplicitNoRecordsOnLittleSpace();
-
-    void refusedStartEndsIdle();
     void fileThatCouldNotBeFinishedIsNoSuccess();
     void fileThatIsNotThereIsNoSuccess();
     void folderDeletedInMidTakeIsNoSuccess();
@@ -87,30 +54,9 @@ private Q_SLOTS:
     void levelIsShownBeforeAndDuringATake();
 
     void startKeepsTheStoredPreviewFlagAndTheRest();
-    void startThatFailsStoresNothing();
 
-    void reRecordDeletesTheOldTakeWhenTheNewOneRuns();
-    void reRecordWithinOneSecondKeepsTheNewTake();
-    void reRecordThatFailsDeletesTheOldTakeAndEndsIdle();
-    void reRecordCancelledGoesOn();
-    void reRecordIsAskedOnce();
-    void reRecordQuestionGoesWithTheTake();
-    void reRecordOfAPausedTakeRecords();
-    void timeOfTheFormerTakeIsDroppedAfterReRecording();
     void takeStoppedByTheSlotThatLearnsOfItsStart();
-
-private:
-    bool isCountdownCentred() const;
 };
-
-bool tst_KdAudioRecordPanel::isCountdownCentred() const
-{
-    const auto middle = [](const QWidget& widget) {
-        return widget.mapToGlobal(widget.rect().center());
-    };
-    const auto* const countdown = control<KdCountCtrl>("KAudioCapture_Countdown");
-    return (middle(*countdown) - middle(*button(kStart))).manhattanLength() <= 2;
-}
 
 void tst_KdAudioRecordPanel::takeGoesFromTheButtonToTheReport()
 {
@@ -231,91 +177,6 @@ void tst_KdAudioRecordPanel::settingsAreLockedWhileCountingAndRecording()
     QVERIFY(!button(kReRecord)->isVisible());
 }
 
-void tst_KdAudioRecordPanel::countdownOfZeroStartsAtTheFirstTick()
-{
-    showPanel();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(0);
-    click(kStart);
-    QVERIFY(isCountingDown());
-    QCOMPARE(engine->count("start"), 0);
-    QElapsedTimer timer;
-    timer.start();
-    QTRY_COMPARE(engine->count("start"), 1);
-    QVERIFY2(timer.elapsed() < 1000, "A countdown of 0 took as long as one of 1");
-    QVERIFY(!isCountingDown());
-}
-
-void tst_KdAudioRecordPanel::emptyCountdownCountsThree()
-{
-    showPanel();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->findChild<QLineEdit*>()->clear();
-    click(kStart);
-    QElapsedTimer timer;
-    timer.start();
-    QTRY_COMPARE_WITH_TIMEOUT(engine->count("start"), 1, 6000);
-    QVERIFY2(timer.elapsed() > 2500, "The empty countdown was shorter than three seconds");
-    QCOMPARE(KRecordSettingParam::instance()->data().countdown, 3);
-}
-
-void tst_KdAudioRecordPanel::countdownIsCancelled_data()
-{
-    QTest::addColumn<QString>("way");
-    for (const char* way : {"button", "shortcut", "countdown", "outside"}) {
-        QTest::newRow(way) << QString::fromLatin1(way);
-    }
-}
-
-void tst_KdAudioRecordPanel::countdownIsCancelled()
-{
-    QFETCH(QString, way);
-    showPanel();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(9);
-    click(kStart);
-    QVERIFY(isCountingDown());
-    QVERIFY(button(kStop)->isVisible());
-    auto* const countdown = control<KdCountCtrl>("KAudioCapture_Countdown");
-    QVERIFY(countdown->isVisible());
-    signalTexts.clear();
-    if (way == QLatin1String("button")) {
-        click(kStop);
-    } else if (way == QLatin1String("shortcut")) {
-        pressKey(Qt::Key_Space);
-    } else if (way == QLatin1String("countdown")) {
-        QTRY_VERIFY(isCountdownCentred());
-        QTest::mousePress(countdown, Qt::LeftButton);
-    } else {
-        panel->stopFromOutside();
-    }
-    QVERIFY(!isCountingDown());
-    QVERIFY(!countdown->isVisible());
-    QVERIFY(!button(kStop)->isVisible());
-    QVERIFY(!button(kStart)->isChecked());
-    QVERIFY(!isLocked());
-    QCOMPARE(engine->count("start"), 0);
-    QCOMPARE(engine->count("stop"), 0);
-    QCOMPARE(signalTexts, QStringList());
-}
-
-void tst_KdAudioRecordPanel::pressBesideTheButtonDoesNotCancel()
-{
-    showPanel();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(9);
-    click(kStart);
-    auto* const countdown = control<KdCountCtrl>("KAudioCapture_Countdown");
-    Q_EMIT countdown->sigPressed(panel->mapToGlobal(QPoint(1, 1)));
-    QVERIFY(isCountingDown());
-}
-
-void tst_KdAudioRecordPanel::countdownFollowsTheWindow()
-{
-    showPanel();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(9);
-    click(kStart);
-    QTRY_VERIFY(isCountdownCentred());
-    window->move(window->pos() + QPoint(150, 90));
-    QTRY_VERIFY(isCountdownCentred());
-}
-
 void tst_KdAudioRecordPanel::tooShortTakeIsDiscarded_data()
 {
     QTest::addColumn<int>("milliseconds");
@@ -358,110 +219,6 @@ void tst_KdAudioRecordPanel::secondTakeIsMeasuredAnew()
     stopTake();
     QCOMPARE(answers->messages(), texts({kTooShort}));
     QCOMPARE(takes().size(), 1);
-}
-
-void tst_KdAudioRecordPanel::missingFolderIsMade()
-{
-    setVoiceFolder(temporaryPath(QStringLiteral("not/there/yet")));
-    showPanel();
-    startTake();
-    QCOMPARE(takes().size(), 1);
-}
-
-void tst_KdAudioRecordPanel::unusableFolderRefusesTheStart_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::newRow("a file") << QStringLiteral("file");
-    QTest::newRow("below a file") << QStringLiteral("file/takes");
-}
-
-void tst_KdAudioRecordPanel::unusableFolderRefusesTheStart()
-{
-    QFETCH(QString, folder);
-    QFile file(temporaryPath(QStringLiteral("file")));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    setVoiceFolder(temporaryPath(folder));
-    showPanel();
-    signalTexts.clear();
-    answers->answerMessage(QDialogButtonBox::Ok);
-    click(kStart);
-    QTRY_COMPARE(answers->messages(), texts({kPermission}));
-    QTRY_VERIFY(!signalTexts.isEmpty());
-    // There is nothing to import, and the host is told so.
-    QCOMPARE(signalTexts, texts({"sigCaptureFinished(, 2, 16, 0, Mic A)"}));
-    QVERIFY(!button(kStart)->isChecked());
-    QVERIFY(!isCountingDown());
-    QVERIFY(!isLocked());
-    QCOMPARE(engine->count("start"), 0);
-}
-
-void tst_KdAudioRecordPanel::onlyAnExplicitNoRecordsOnLittleSpace_data()
-{
-    QTest::addColumn<int>("freeMegabytes");
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<bool>("records");
-    QTest::newRow("yes means another folder") << 499 << QStringLiteral("yes") << false;
-    QTest::newRow("no records all the same") << 499 << QStringLiteral("no") << true;
-    QTest::newRow("closing is no answer") << 0 << QStringLiteral("close") << false;
-    QTest::newRow("escape is no answer") << 12 << QStringLiteral("escape") << false;
-    QTest::newRow("enough is not asked") << 500 << QString() << true;
-    QTest::newRow("unknown is not asked") << -1 << QString() << true;
-}
-
-void tst_KdAudioRecordPanel::onlyAnExplicitNoRecordsOnLittleSpace()
-{
-    QFETCH(int, freeMegabytes);
-    QFETCH(QString, answer);
-    QFETCH(bool, records);
-    showPanel();
-    panel->setFolderCheck(withFreeSpace(freeMegabytes));
-    if (answer == QLatin1String("yes") || answer == QLatin1String("no")) {
-        answers->answerMessage(answer == QLatin1String("yes") ? QDialogButtonBox::Yes
-                                                              : QDialogButtonBox::No);
-    } else if (!answer.isEmpty()) {
-        answers->handle(QStringLiteral("KOldMessageDialog"), [answer](QWidget& box) {
-            if (answer == QLatin1String("escape")) {
-                QTest::keyClick(&box, Qt::Key_Escape);
-            } else {
-                box.close();
-            }
-        });
-    }
-    click(kStart);
-    QTRY_COMPARE(answers->pending(), 0);
-    if (records) {
-        QTRY_COMPARE(panel->status(), fcsRecording);
-    } else {
-        QTRY_VERIFY(!button(kStart)->isChecked());
-        QCOMPARE(engine->count("start"), 0);
-        QCOMPARE(finishedPath, QString());
-    }
-    const QString question =
-        QStringLiteral("There is only %1MB space in the specified output directory, Would you "
-                       "choose another directory?");
-    QCOMPARE(answers->messages(),
-             answer.isEmpty() ? QStringList() : QStringList{question.arg(freeMegabytes)});
-}
-
-void tst_KdAudioRecordPanel::refusedStartEndsIdle()
-{
-    engine->fail("start");
-    showPanel();
-    signalTexts.clear();
-    engine->clearCalls();
-    answers->answerMessage(QDialogButtonBox::Ok);
-    click(kStart);
-    QTRY_COMPARE(answers->messages(), texts({kDeviceIssue}));
-    QTRY_VERIFY(!button(kStart)->isChecked());
-    QCOMPARE(signalTexts, texts({"sigStartRecordBtnClick", "sigStartCaptureFailed"}));
-    // The adapter's stop() asks for the status first and has nothing to stop.
-    QCOMPARE(engine->commands().mid(4), texts({"start()", "resume()"}));
-    QVERIFY(!isLocked());
-    QVERIFY(!button(kPause)->isVisible());
-    QVERIFY(button(kStart)->toolTip().startsWith(QStringLiteral("Start")));
-
-    engine->succeed("start");
-    startTake();
 }
 
 void tst_KdAudioRecordPanel::fileThatCouldNotBeFinishedIsNoSuccess()
@@ -622,150 +379,6 @@ void tst_KdAudioRecordPanel::startKeepsTheStoredPreviewFlagAndTheRest()
     QCOMPARE(data.cameraWidth, 1280);
     QCOMPARE(data.cameraHeight, 720);
     QCOMPARE(data.frameRate, 29.97);
-}
-
-void tst_KdAudioRecordPanel::startThatFailsStoresNothing()
-{
-    engine->fail("start");
-    showPanel();
-    answers->answerMessage(QDialogButtonBox::Ok);
-    click(kStart);
-    QTRY_COMPARE(answers->pending(), 0);
-    QVERIFY(KRecordSettingParam::instance()->data().selectedAudioDeviceName.isEmpty());
-}
-
-void tst_KdAudioRecordPanel::reRecordDeletesTheOldTakeWhenTheNewOneRuns()
-{
-    showPanel();
-    const QString former = startTake();
-    localTime = localTime.addSecs(10);
-    passTime(10000);
-    signalTexts.clear();
-    engine->clearCalls();
-    bool existedAtStart = false;
-    engine->during("start", [&] { existedAtStart = QFile::exists(former); });
-    answers->answerPopover(true);
-    click(kReRecord);
-    QTRY_COMPARE(engine->count("start"), 1);
-    QTRY_VERIFY(!QFile::exists(former));
-    QVERIFY2(existedAtStart, "The old take was gone before the new one had begun");
-    QCOMPARE(answers->popovers(), texts({"Re-recording will overwrite the already recorded "
-                                         "content, are you sure?"}));
-    QCOMPARE(engine->count("stop"), 0);
-    QCOMPARE(signalTexts, texts({"sigStartCapture(1)"}));
-    QCOMPARE(takes(), texts({"REC_20260309_080517.m4a"}));
-
-    passTime(1000);
-    stopTake();
-    QCOMPARE(QFileInfo(finishedPath).fileName(), QStringLiteral("REC_20260309_080517.m4a"));
-}
-
-void tst_KdAudioRecordPanel::reRecordWithinOneSecondKeepsTheNewTake()
-{
-    showPanel();
-    const QString former = startTake();
-    answers->answerPopover(true);
-    click(kReRecord);
-    QTRY_COMPARE(engine->count("start"), 2);
-    QTRY_VERIFY(!QFile::exists(former));
-    const QString later = engine->lastCall("setOutputFile").argument<QString>(0);
-    QVERIFY(later != former);
-    QVERIFY(QFile::exists(later));
-    passTime(1000);
-    stopTake();
-    QCOMPARE(finishedPath, later);
-    QVERIFY(QFile::exists(later));
-}
-
-void tst_KdAudioRecordPanel::reRecordThatFailsDeletesTheOldTakeAndEndsIdle()
-{
-    showPanel();
-    const QString former = startTake();
-    passTime(5000);
-    signalTexts.clear();
-    engine->fail("start");
-    answers->answerPopover(true);
-    answers->answerMessage(QDialogButtonBox::Ok);
-    click(kReRecord);
-    QTRY_COMPARE(answers->messages(), texts({kDeviceIssue}));
-    QTRY_VERIFY(!QFile::exists(former));
-    QTRY_COMPARE(signalTexts,
-                 texts({"sigStartCaptureFailed", "sigCaptureFinished(, 2, 16, 0, Mic A)"}));
-    QCOMPARE(panel->status(), fcsNoStart);
-    QVERIFY(!button(kStart)->isChecked());
-    QVERIFY(!button(kReRecord)->isVisible());
-    QVERIFY(!isLocked());
-    QCOMPARE(takes(), QStringList());
-}
-
-void tst_KdAudioRecordPanel::reRecordCancelledGoesOn()
-{
-    showPanel();
-    const QString path = startTake();
-    passTime(5000);
-    answers->answerPopover(false);
-    click(kReRecord);
-    QTRY_COMPARE(answers->pending(), 0);
-    QCOMPARE(engine->count("start"), 1);
-    stopTake();
-    QCOMPARE(finishedPath, path);
-}
-
-void tst_KdAudioRecordPanel::reRecordIsAskedOnce()
-{
-    showPanel();
-    startTake();
-    button(kReRecord)->click();
-    button(kReRecord)->click();
-    QCOMPARE(panel->findChildren<QWidget*>(QStringLiteral("KdPopovers")).size(), 1);
-}
-
-void tst_KdAudioRecordPanel::reRecordQuestionGoesWithTheTake()
-{
-    showPanel();
-    const QString path = startTake();
-    passTime(5000);
-    button(kReRecord)->click();
-    QPointer<QWidget> question = panel->findChild<QWidget*>(QStringLiteral("KdPopovers"));
-    QVERIFY(question);
-    panel->stopFromOutside();
-    QCOMPARE(finishedPath, path);
-    QTRY_VERIFY(!question);
-    QCOMPARE(engine->count("start"), 1);
-}
-
-void tst_KdAudioRecordPanel::reRecordOfAPausedTakeRecords()
-{
-    showPanel();
-    startTake();
-    click(kPause);
-    answers->answerPopover(true);
-    click(kReRecord);
-    QTRY_COMPARE(engine->count("start"), 2);
-    QCOMPARE(panel->status(), fcsRecording);
-    QVERIFY(!button(kPause)->isChecked());
-    QCOMPARE(button(kPause)->toolTip(), QStringLiteral("Pause"));
-}
-
-void tst_KdAudioRecordPanel::timeOfTheFormerTakeIsDroppedAfterReRecording()
-{
-    showPanel();
-    startTake();
-    engine->deliverTime(7000);
-    drain();
-    signalTexts.clear();
-    // Comes just before the former take ends, and is delivered when the new one runs.
-    engine->during("start", [this] { engine->deliverTime(8000); });
-    answers->answerPopover(true);
-    click(kReRecord);
-    QTRY_COMPARE(engine->count("start"), 2);
-    drain();
-    QCOMPARE(timeText(), QStringLiteral(" 00:00:00"));
-    QCOMPARE(signalTexts, texts({"sigStartCapture(1)"}));
-
-    engine->deliverTime(1000);
-    drain();
-    QCOMPARE(timeText(), QStringLiteral(" 00:00:01"));
 }
 
 void tst_KdAudioRecordPanel::takeStoppedByTheSlotThatLearnsOfItsStart()

@@ -18,21 +18,6 @@ using namespace KdVBLMODEL;
 
 namespace {
 
-/** Says everything in brackets, and longer. */
-class Lengthener : public QTranslator
-{
-public:
-    QString translate(const char* context, const char* source, const char* disambiguation,
-                      int n) const override
-    {
-        Q_UNUSED(context)
-        Q_UNUSED(disambiguation)
-        Q_UNUSED(n)
-        return QStringLiteral("[%1]").arg(QString::fromUtf8(source));
-    }
-    bool isEmpty() const override { return false; }
-};
-
 void setShortcut(const QKeySequence& sequence)
 {
     IKdShortcutEditManager::GetInstance()->SetKeySequence(IKdShortcutEditManager::kRecordShortcutId,
@@ -373,7 +358,7 @@ void tst_KdAudioRecordPanelInput::languageChangeInMidTakeKeepsTheTake()
     click(kPause);
     signalTexts.clear();
     engine->clearCalls();
-    Lengthener translator;
+    BracketingTranslator translator;
     QCoreApplication::installTranslator(&translator);
     drain();
     QCOMPARE(button(kStart)->toolTip(), QStringLiteral("[Stop ([Space])]"));
@@ -396,7 +381,7 @@ void tst_KdAudioRecordPanelInput::languageChangeTranslatesTheEmptyState()
 {
     setMicrophones({});
     showPanel();
-    Lengthener translator;
+    BracketingTranslator translator;
     QCoreApplication::installTranslator(&translator);
     drain();
     QCOMPARE(control<QComboBox>(kDevice)->currentText(), QStringLiteral("[No Device]"));

@@ -30,21 +30,12 @@ Connector onSignal(Signal signal)
 
 Q_DECLARE_METATYPE(Connector)
 
-/** Closing the voice-over panel and destroying it at any moment. */
+/** The voice-over panel destroyed or closed at any moment. */
 class tst_KdAudioRecordPanelLife : public AudioRecordFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void closingWithoutATakeReportsAnEmptyPath();
-    void closingDuringTheCountdownAbortsIt();
-    void closingInMidTakeDeliversTheFile_data();
-    void closingInMidTakeDeliversTheFile();
-    void closingInMidTakeThatIsTooShortSaysSo();
-    void closingTwiceIsHarmless();
-    void closedPanelDoesNothing();
-    void closingSavesTheSettings();
-    void okClosesThroughItsOwner();
 
     void destroyedInAnyState_data();
     void destroyedInAnyState();
@@ -53,7 +44,6 @@ private Q_SLOTS:
     void deletedLaterFromTheShowing();
     void destroyedInsideAMessage_data();
     void destroyedInsideAMessage();
-    void closedInsideTheMessageOfItsOwnClosing();
 
     void panelWithoutParentOrMainWindow();
     void mainWindowDestroyedInMidTake();
@@ -63,7 +53,6 @@ private:
     using Triggers = QHash<QString, Action>;
 
     void makeTakeLong() { passTime(5000); }
-    void reachState(const QString& state);
     /** What makes the panel emit or tell something, by name: from the start, */
     Triggers startTriggers();
     /** while a take runs that is still too short, */
@@ -73,144 +62,6 @@ private:
     void trigger(const QString& what);
     void leaveBy(const QString& way);
 };
-
-void tst_KdAudioRecordPanelLife::closingWithoutATakeReportsAnEmptyPath()
-{
-    showPanel();
-    signalTexts.clear();
-    panel->close();
-    const QStringList expected{QStringLiteral("sigEndCapture"),
-                               QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)")};
-    QCOMPARE(signalTexts, expected);
-    QCOMPARE(engine->count("stop"), 0);
-    QCOMPARE(answers->messages(), QStringList());
-    QCOMPARE(engine->alive(), 0);
-}
-
-void tst_KdAudioRecordPanelLife::closingDuringTheCountdownAbortsIt()
-{
-    showPanel();
-    reachState(QStringLiteral("counting"));
-    signalTexts.clear();
-    panel->close();
-    QVERIFY(!isCountingDown());
-    QVERIFY(!isLocked());
-    const QStringList expected{QStringLiteral("sigEndCapture"),
-                               QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)")};
-    QCOMPARE(signalTexts, expected);
-    QCOMPARE(engine->count("start"), 0);
-}
-
-void tst_KdAudioRecordPanelLife::closingInMidTakeDeliversTheFile_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::newRow("recording") << QStringLiteral("recording");
-    QTest::newRow("paused") << QStringLiteral("paused");
-}
-
-void tst_KdAudioRecordPanelLife::closingInMidTakeDeliversTheFile()
-{
-    QFETCH(QString, state);
-    showPanel();
-    reachState(state);
-    makeTakeLong();
-    engine->deliverTime(5000);
-    drain();
-    signalTexts.clear();
-    engine->clearCalls();
-    panel->close();
-    const QStringList expected{QStringLiteral("sigEndCapture"),
-                               QStringLiteral("sigCaptureFinished(path, 2, 16, 5, Mic A)")};
-    QCOMPARE(signalTexts, expected);
-    QVERIFY(QFile::exists(finishedPath));
-    QVERIFY(!isLocked());
-    // Finished first, then detached, then released.
-    const QStringList commands = engine->commands();
-    QCOMPARE(commands.first(), QStringLiteral("stop()"));
-    QCOMPARE(commands.mid(1, 3), (QStringList{QStringLiteral("setCallbackSwitch3(false)"),
-                                              QStringLiteral("setCallbackSwitch2(false)"),
-                                              QStringLiteral("setCallbackSwitch1(false)")}));
-    QCOMPARE(commands.last(), QStringLiteral("release()"));
-    QCOMPARE(engine->alive(), 0);
-}
-
-void tst_KdAudioRecordPanelLife::closingInMidTakeThatIsTooShortSaysSo()
-{
-    showPanel();
-    reachState(QStringLiteral("recording"));
-    answers->answerMessage(QDialogButtonBox::Ok);
-    panel->close();
-    QCOMPARE(answers->messages(),
-             QStringList{QStringLiteral("The recording is too short. Data cannot be saved.")});
-    QCOMPARE(signalTexts.last(), QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)"));
-    QCOMPARE(takes(), QStringList());
-}
-
-void tst_KdAudioRecordPanelLife::closingTwiceIsHarmless()
-{
-    showPanel();
-    panel->close();
-    signalTexts.clear();
-    panel->close();
-    QCOMPARE(signalTexts, QStringList());
-    QCOMPARE(engine->released(), 1);
-}
-
-void tst_KdAudioRecordPanelLife::closedPanelDoesNothing()
-{
-    showPanel();
-    panel->close();
-    signalTexts.clear();
-    engine->clearCalls();
-    QCOMPARE(panel->status(), fcsNoStart);
-    panel->startFromOutside();
-    panel->stopFromOutside();
-    pressKey(Qt::Key_Space);
-    button("KAudioCapture_ButtonRefresh")->click();
-    button(kPause)->click();
-    button(kReRecord)->click();
-    QCOMPARE(engine->calls(), QStringList());
-    QVERIFY(!isCountingDown());
-    QVERIFY(!signalTexts.join(QLatin1Char(' ')).contains(QStringLiteral("sigStart")));
-}
-
-void tst_KdAudioRecordPanelLife::closingSavesTheSettings()
-{
-    showPanel();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(4);
-    panel->close();
-    KdAppSettings::GetInstance()->Load();
-    QCOMPARE(KdAppSettings::GetInstance()
-                 ->GetSettings()
-                 ->GetGeneralSettings()
-                 ->GetRecordAudioCountdown(),
-             4);
-}
-
-void tst_KdAudioRecordPanelLife::okClosesThroughItsOwner()
-{
-    showPanel();
-    signalTexts.clear();
-    click(kOk);
-    QCOMPARE(signalTexts, QStringList{QStringLiteral("sigClose")});
-    QVERIFY(panel->isVisible());
-}
-
-void tst_KdAudioRecordPanelLife::reachState(const QString& state)
-{
-    auto* const seconds = control<QDoubleSpinBox>("KAudioCapture_CountdownBox");
-    if (state == QLatin1String("counting")) {
-        seconds->setValue(9);
-        click(kStart);
-    } else if (state != QLatin1String("idle")) {
-        startTake();
-    }
-    if (state == QLatin1String("paused")) {
-        click(kPause);
-    } else if (state == QLatin1String("asking")) {
-        click(kReRecord);
-    }
-}
 
 void tst_KdAudioRecordPanelLife::destroyedInAnyState_data()
 {
@@ -460,22 +311,6 @@ void tst_KdAudioRecordPanelLife::destroyedInsideAMessage()
     QTRY_COMPARE(engine->alive(), 0);
     QVERIFY(!isLocked());
     QVERIFY(answers->messages().size() == 1);
-}
-
-void tst_KdAudioRecordPanelLife::closedInsideTheMessageOfItsOwnClosing()
-{
-    showPanel();
-    startTake();
-    signalTexts.clear();
-    answers->handle(QStringLiteral("KOldMessageDialog"), [this](QWidget& box) {
-        panel->close();
-        panel->close();
-        box.close();
-    });
-    panel->close();
-    const QStringList expected{QStringLiteral("sigEndCapture"),
-                               QStringLiteral("sigCaptureFinished(, 2, 16, 0, Mic A)")};
-    QCOMPARE(signalTexts, expected);
 }
 
 void tst_KdAudioRecordPanelLife::panelWithoutParentOrMainWindow()
