@@ -70,7 +70,7 @@ void tst_KdAudioConverter::everyOfferedRateKeepsLengthPitchAndLevel()
     const std::vector<float> input = sine(1000.0, 48000, 2, 48000);
     std::vector<qint16> output;
     for (int at = 0; at < 48000; at += 480) {
-        append(&output, converter->convert(input.data() + 2 * at, 480));
+        append(&output, converter->convert(&input[size_t(2) * size_t(at)], 480));
     }
     append(&output, converter->drain());
 
@@ -79,7 +79,7 @@ void tst_KdAudioConverter::everyOfferedRateKeepsLengthPitchAndLevel()
     double error = 0.0;
     for (int i = rate / 10; i < rate * 9 / 10; ++i) {
         const double expected = 0.5 * std::sin(2.0 * kPi * 1000.0 * i / rate);
-        error = std::max(error, std::abs(output[static_cast<size_t>(2 * i)] / 32768.0 - expected));
+        error = std::max(error, std::abs(output[size_t(2) * size_t(i)] / 32768.0 - expected));
     }
     // A hundredth of a millisecond off would be 0.03.
     QVERIFY2(error < 0.02, qPrintable(QString::number(error)));

@@ -32,7 +32,7 @@ double playedAt(const QVector<float>& samples, double second)
     for (double offset : {-0.06, -0.04, -0.02, 0.0, 0.02, 0.04, 0.06}) {
         double best = 0.0;
         double loudest = -200.0;
-        for (double frequency = 300.0; frequency < 2500.0; frequency += 4.0) {
+        for (int frequency = 300; frequency < 2500; frequency += 4) {
             const double loudness =
                 MediaProbe::toneDecibel(samples, 48000, frequency, second + offset, 0.06);
             best = loudness > loudest ? frequency : best;
@@ -367,7 +367,7 @@ void tst_KdAudioRecorder::tenPausesAreInNeitherFileNorTime()
     timer.start();
     qint64 pausedMs = 0;
     for (int i = 1; i <= 10; ++i) {
-        QVERIFY(recorder.waitForTime(300 * i));
+        QVERIFY(recorder.waitForTime(300LL * i));
         recorder->pause();
         const qint64 pausedAt = timer.elapsed();
         QCOMPARE(recorder->curStatus(), fcsPaused);

@@ -133,7 +133,8 @@ void tst_KdAudioRecorderFaults::anotherMicrophoneIsNeverRecordedInstead()
     const double seconds = samples.size() / 48000.0;
     QVERIFY(seconds > 0.9 && seconds < 2.0);
     QVERIFY(MediaProbe::steadyToneDecibel(takePath(), 997.0) > -13.0);
-    for (double at = 0.025; at < seconds; at += 0.025) {
+    for (int part = 1; part * 0.025 < seconds; ++part) {
+        const double at = part * 0.025;
         const double strange = MediaProbe::toneDecibel(samples, 48000, 3001.0, at);
         QVERIFY2(strange < -40.0, qPrintable(QStringLiteral("%1 dB at %2 s").arg(strange).arg(at)));
     }
@@ -252,7 +253,7 @@ void tst_KdAudioRecorderFaults::aFolderDeletedInMidTakeIsNoSuccess()
 void tst_KdAudioRecorderFaults::aFullDiskKeepsTheTakeUpToIt()
 {
     expectLog(QStringLiteral("The disk is full; the take .* ends"));
-    const SmallDisk disk(300 * 1024);
+    const SmallDisk disk(300LL * 1024);
     QVERIFY(disk.isMounted());
     const QString path = disk.filePath(QStringLiteral("take.m4a"));
     RecorderFixture recorder;
@@ -280,7 +281,7 @@ void tst_KdAudioRecorderFaults::aDiskFilledAtOnceKeepsTheTakeUpToIt()
 {
     allowLog(QStringLiteral("No space left|could not be|did not end well|The disk is full|"
                             "Could not multiplex|multiplex|resource"));
-    SmallDisk disk(1024 * 1024);
+    SmallDisk disk(1024LL * 1024);
     QVERIFY(disk.isMounted());
     const QString path = disk.filePath(QStringLiteral("take.m4a"));
     RecorderFixture recorder;
@@ -302,9 +303,9 @@ void tst_KdAudioRecorderFaults::aDiskFilledAtOnceKeepsTheTakeUpToIt()
 void tst_KdAudioRecorderFaults::aFullDiskIsRefusedAtTheStart()
 {
     expectLog(QStringLiteral("disk is full"));
-    SmallDisk disk(256 * 1024);
+    SmallDisk disk(256LL * 1024);
     QVERIFY(disk.isMounted());
-    QVERIFY(disk.fillUpTo(40 * 1024));
+    QVERIFY(disk.fillUpTo(40LL * 1024));
     RecorderFixture recorder;
     QVERIFY(recorder.choose(m_microphone->description()));
     QVERIFY(!recorder.record(disk.filePath(QStringLiteral("take.m4a"))));
@@ -320,7 +321,7 @@ void tst_KdAudioRecorderFaults::aFileThatMayNotGrowKeepsTheTakeUpToThere()
     QVERIFY(recorder.choose(m_microphone->description()));
     KdAudioFormat format = RecorderFixture::format(48000, 2, 256000);
     format.bitrateMode = fbmConstant;
-    const FileFaults::FileSizeLimit limit(64 * 1024);
+    const FileFaults::FileSizeLimit limit(65536);
     QVERIFY(recorder.record(takePath(), format));
     QTRY_VERIFY_WITH_TIMEOUT(!logLines().filter(QStringLiteral("kept up to a failure")).isEmpty(),
                              20000);

@@ -51,7 +51,8 @@ private:
         for (int i = 0; i < kBlock; ++i, ++m_frame) {
             const double t = static_cast<double>(m_frame) / KdAudioChain::kSamplerate;
             const double value = 0.5 * std::sin(2.0 * kPi * (400.0 * t + 50.0 * t * t));
-            samples[2 * i] = samples[2 * i + 1] = static_cast<float>(value);
+            *samples++ = static_cast<float>(value);
+            *samples++ = static_cast<float>(value);
         }
         gst_buffer_unmap(buffer.get(), &map);
         return buffer;

@@ -236,6 +236,7 @@ void tst_KdObserverList::noCallReachesARemovedObserverUnderLoad()
     List list;
     std::atomic<bool> stop{false};
     std::vector<std::thread> notifiers;
+    notifiers.reserve(3);
     for (int i = 0; i < 3; ++i) {
         notifiers.emplace_back([&] {
             while (!stop) {

@@ -136,8 +136,9 @@ double MediaProbe::steadyToneDecibel(const QString& path, double frequency)
     constexpr double kPart = 0.02;
     const QVector<float> all = samples(path, kRate);
     QVector<double> parts;
-    for (double at = kPart; at < all.size() / double(kRate) - kPart; at += kPart) {
-        parts.append(toneDecibel(all, kRate, frequency, at, kPart));
+    const int count = static_cast<int>(all.size() / (kRate * kPart));
+    for (int i = 1; i < count; ++i) {
+        parts.append(toneDecibel(all, kRate, frequency, i * kPart, kPart));
     }
     std::sort(parts.begin(), parts.end());
     return parts.isEmpty() ? decibel(0.0) : parts[parts.size() / 2];
