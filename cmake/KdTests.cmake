@@ -18,6 +18,10 @@ function(kd_add_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
+  if(KDRECORD_SANITIZE)
+    # The sanitizers make everything several times slower, the leak check at the end most of all.
+    math(EXPR ARG_TIMEOUT "4 * ${ARG_TIMEOUT}")
+  endif()
   set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "${KDRECORD_TEST_ENVIRONMENT}")
   if(ARG_LABEL STREQUAL "unit")
