@@ -2,9 +2,9 @@
 #include <KdVBLModel/KdMp4Bytes.h>
 #include <KdVBLModel/KdMp4MovieReader.h>
 #include <KdVBLModel/KdMp4MovieWriter.h>
+#include <Support/CpuTimer.h>
 #include <Support/KdTestCase.h>
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 
 namespace {
@@ -158,7 +158,7 @@ void tst_KdMp4MovieReader::countsThatLieAreBounded_data()
 void tst_KdMp4MovieReader::countsThatLieAreBounded()
 {
     QFETCH(QByteArray, tables);
-    QElapsedTimer timer;
+    CpuTimer timer;
     timer.start();
     const KdMp4Movie movie = movieWith(tables);
     QCOMPARE(movie.tracks.size(), 1);
@@ -252,7 +252,7 @@ void tst_KdMp4MovieReader::damagedHeadersAndFragmentsComeToAnEnd()
     const QByteArray goodFragment =
         fragment(box("trun", numbers({0x701, 2, 16, 1024, 40, 0, 600, 50, 0x10000})) +
                  box("trun", numbers({0x201, 1, 600, 50})));
-    QElapsedTimer timer;
+    CpuTimer timer;
     timer.start();
     for (int round = 0; round < 3000; ++round) {
         QByteArray damagedHeader = goodHeader;
