@@ -36,7 +36,7 @@ public:
             m_folder.path());
         m_window = std::make_unique<StudioWindow>(&m_languages);
         KdUtility::gSetMainWindow(m_window.get());
-        m_window->resize(1100, 680);
+        m_window->setGeometry(4, 4, 940, 580);
         m_window->openTakes();
         m_window->show();
     }

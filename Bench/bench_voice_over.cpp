@@ -1,0 +1,152 @@
+// The same voice-over, from the same microphone, by four recorders in one run: the engine, a bare
+// in-process pipeline, gst-launch-1.0 and ffmpeg. Each take runs in a child process; its cost is
+// the operating system's own account of that process. Times of this machine mean little; compare
+// the rows of one run.
+
+#include "ChildRun.h"
+
+#include <Support/MediaProbe.h>
+#include <Support/VirtualMicrophone.h>
+
+#include <QApplication>
+#include <QHash>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+constexpr double kSeconds = 10.0;
+constexpr int kRepetitions = 5;
+
+QTemporaryDir& workFolder()
+{
+    static QTemporaryDir folder;
+    return folder;
+}
+
+QHash<QString, double> valuesOf(const QString& output)
+{
+    QHash<QString, double> values;
+    const QStringList lines = output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        values.insert(line.section(QLatin1Char(' '), 0, 0),
+                      line.section(QLatin1Char(' '), 1, 1).toDouble());
+    }
+    return values;
+}
+
+void reportCost(benchmark::State& state, const ChildCost& cost, double recordedSeconds)
+{
+    state.SetIterationTime(cost.wallSeconds);
+    state.counters["cpu_s_per_s"] = cost.cpuSeconds / recordedSeconds;
+    state.counters["peak_MB"] = cost.peakMegabytes;
+}
+
+/** Two takes in one process: the first is cold, the second warm. */
+void recordInProcess(benchmark::State& state, const char* kind)
+{
+    for (auto unused : state) {
+        Q_UNUSED(unused)
+        const QTemporaryDir folder(workFolder().filePath(QStringLiteral("takes")));
+        const ChildCost cost =
+            runChild({QStringLiteral(VOICE_OVER_CHILD), QString::fromLatin1(kind), folder.path(),
+                      QString::number(kSeconds), QStringLiteral("2")},
+                     0.0);
+        const MediaInfo media = MediaProbe::probe(folder.filePath(QStringLiteral("take1.m4a")));
+        if (!cost.ok || !media.isReadable) {
+            state.SkipWithError("the take failed");
+            return;
+        }
+        reportCost(state, cost, 2.0 * kSeconds);
+        const QHash<QString, double> values = valuesOf(cost.output);
+        for (auto value = values.constBegin(); value != values.constEnd(); ++value) {
+            state.counters[value.key().toStdString()] = value.value();
+        }
+        // What was between the start call and the stop call, and is not in the file.
+        state.counters["head_lost_ms"] = (kSeconds - media.seconds) * 1000.0;
+    }
+}
+
+void recordByCommand(benchmark::State& state, const QStringList& words)
+{
+    for (auto unused : state) {
+        Q_UNUSED(unused)
+        const QTemporaryDir folder(workFolder().filePath(QStringLiteral("takes")));
+        const QString path = folder.filePath(QStringLiteral("take.m4a"));
+        QStringList command = words;
+        command.replaceInStrings(QStringLiteral("OUTPUT"), path);
+        const ChildCost cost = runChild(command, kSeconds);
+        const MediaInfo media = MediaProbe::probe(path);
+        if (!media.isReadable) {
+            state.SkipWithError("the take failed");
+            return;
+        }
+        reportCost(state, cost, kSeconds);
+        state.counters["cold_stop_ms"] = cost.stopMilliseconds;
+        // From the start of the process: a recorder that is a program of its own starts cold every
+        // time.
+        state.counters["head_lost_ms"] = (kSeconds - media.seconds) * 1000.0;
+    }
+}
+
+void engine(benchmark::State& state)
+{
+    recordInProcess(state, "engine");
+}
+
+void barePipeline(benchmark::State& state)
+{
+    recordInProcess(state, "bare");
+}
+
+void gstLaunch(benchmark::State& state)
+{
+    recordByCommand(
+        state,
+        QStringLiteral("gst-launch-1.0 -e pulsesrc ! audioconvert ! audioresample ! "
+                       "audio/x-raw,rate=48000,channels=2 ! avenc_aac bitrate=128000 ! mp4mux ! "
+                       "filesink location=OUTPUT")
+            .split(QLatin1Char(' ')));
+}
+
+void ffmpeg(benchmark::State& state)
+{
+    recordByCommand(
+        state,
+        QStringLiteral("ffmpeg -y -f pulse -ar 48000 -ac 2 -i default -c:a aac -b:a 128k OUTPUT")
+            .split(QLatin1Char(' ')));
+}
+
+void configure(benchmark::internal::Benchmark* row)
+{
+    row->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(kRepetitions)->UseManualTime();
+}
+
+BENCHMARK(engine)->Apply(configure);
+BENCHMARK(barePipeline)->Apply(configure);
+BENCHMARK(gstLaunch)->Apply(configure);
+BENCHMARK(ffmpeg)->Apply(configure);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    VirtualMicrophone microphone;
+    const QString speech = workFolder().filePath(QStringLiteral("speech.wav"));
+    if (!TestSound::writeSpeech(
+            speech, QStringLiteral("One two three four five six seven eight nine ten."), 900.0) ||
+        !microphone.plug() || !microphone.play(speech)) {
+        QTextStream(stderr) << "No virtual microphone: run this by ./dev bench\n";
+        return 1;
+    }
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
