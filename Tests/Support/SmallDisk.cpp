@@ -58,6 +58,10 @@ bool SmallDisk::fillUpTo(qint64 bytesLeft)
 {
     QFile filler(filePath(QStringLiteral("filler")));
     const qint64 bytes = freeBytes() - bytesLeft;
-    return bytes >= 0 && filler.open(QIODevice::Append | QIODevice::Unbuffered) &&
-           filler.write(QByteArray(static_cast<int>(bytes), 'x')) == bytes;
+    if (bytes < 0 || !filler.open(QIODevice::Append | QIODevice::Unbuffered)) {
+        return false;
+    }
+    // Who writes to the disk meanwhile may be faster: then it is full before all is written.
+    return filler.write(QByteArray(static_cast<int>(bytes), 'x')) == bytes ||
+           freeBytes() <= bytesLeft;
 }
