@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 namespace {
 
 // What the contract allows an operation to take, less a little for the way there and back.
-constexpr auto kStartPatience = 200ms;
-constexpr auto kUndoPatience = 80ms;
+constexpr auto kStartPatience = 250ms;
+constexpr auto kUndoPatience = 40ms;
 constexpr auto kListPatience = 250ms;
 constexpr auto kStopPatience = 1950ms;
 constexpr auto kShutDownPatience = 2000ms;
