@@ -1,23 +1,41 @@
 #include <KdVBLModel/KdArrivalClock.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 constexpr qint64 kNsPerSecond = 1000000000;
+constexpr qint64 kNever = std::numeric_limits<qint64>::max();
+} // namespace
+
+KdArrivalClock::KdArrivalClock(int framesPerSecond)
+    : m_rate(framesPerSecond), m_beginNs(kNever), m_formerBeginNs(kNever)
+{
 }
 
-KdArrivalClock::KdArrivalClock(int framesPerSecond) : m_rate(framesPerSecond) {}
+qint64 KdArrivalClock::durationNs(qint64 frames) const
+{
+    // Seconds apart, so that days do not overflow.
+    return frames / m_rate * kNsPerSecond + frames % m_rate * kNsPerSecond / m_rate;
+}
 
 void KdArrivalClock::arrived(qint64 frames, qint64 nowNs)
 {
     m_received += frames;
-    m_lastFrames = frames;
-    m_lastNs = nowNs;
+    if (nowNs - m_secondNs >= kNsPerSecond) {
+        m_secondNs = nowNs;
+        m_formerBeginNs = m_beginNs;
+        m_beginNs = kNever;
+    }
+    m_beginNs = std::min(m_beginNs, nowNs - durationNs(m_received));
 }
 
 qint64 KdArrivalClock::positionAt(qint64 nowNs) const
 {
-    // Bounded before it is multiplied: a source that has been silent for days must not overflow.
-    const qint64 sinceNs = std::clamp<qint64>(nowNs - m_lastNs, 0, kNsPerSecond);
-    return m_received + std::min(sinceNs * m_rate / kNsPerSecond, m_lastFrames);
+    if (m_received == 0) {
+        return 0;
+    }
+    const qint64 beginNs = std::min(m_beginNs, m_formerBeginNs);
+    const qint64 aheadNs = nowNs - beginNs - durationNs(m_received);
+    return m_received + std::clamp<qint64>(aheadNs, 0, kNsPerSecond / 10) * m_rate / kNsPerSecond;
 }

@@ -5,9 +5,10 @@
 #include <QtGlobal>
 
 /**
- * Where a source stands between two of its buffers: what has arrived, plus what the time since then
- * must have brought, at most one buffer. It makes the instant of a key press exact to a few samples
- * although audio arrives in blocks. Reads no clock; not thread-safe.
+ * Where a source stands between two of its buffers: how much it must have captured by a time, told
+ * by the buffers that came with the least delay. It makes the instant of a key press exact to a few
+ * samples although sound arrives in blocks, in bursts, and sometimes late. Reads no clock; not
+ * thread-safe.
  */
 class KDVBLMODEL_EXPORT KdArrivalClock
 {
@@ -20,12 +21,18 @@ public:
     /** @return frames arrived so far. */
     qint64 received() const { return m_received; }
 
-    /** @return the position, in frames, that belongs to this time. */
+    /** @return the position, in frames, that belongs to this time: at least what has arrived, and
+     * not more than a tenth of a second ahead of it. */
     qint64 positionAt(qint64 nowNs) const;
 
 private:
+    qint64 durationNs(qint64 frames) const;
+
     int m_rate;
     qint64 m_received = 0;
-    qint64 m_lastFrames = 0;
-    qint64 m_lastNs = 0;
+    // When a source would have begun that delivers without delay: the earliest such time of the
+    // last one to two seconds, so that a source whose own clock runs slower is followed.
+    qint64 m_beginNs;
+    qint64 m_formerBeginNs;
+    qint64 m_secondNs = 0; ///< when the current second began
 };

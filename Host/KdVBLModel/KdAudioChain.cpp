@@ -9,9 +9,10 @@
 
 namespace {
 
-// Small enough for a meter that follows the voice and for a take that begins at once; the buffer is
-// what a busy machine may be late without a gap.
-constexpr gint64 kLatencyUs = 10000;
+// What sound servers do by default, a bit more than 1024 frames: a smaller wish makes the whole
+// server run in smaller steps, and a busy machine then drops sound. The buffer is what we may be
+// late ourselves.
+constexpr gint64 kLatencyUs = 22000;
 constexpr gint64 kBufferUs = 2000000;
 
 bool hasProperty(GstElement* element, const char* name)
@@ -25,11 +26,12 @@ bool isMadeBy(GstElement* element, const char* factory)
     return made && g_str_equal(GST_OBJECT_NAME(made), factory);
 }
 
-void setStreamProperties(GstElement* source, const char* latency)
+void setStreamProperties(GstElement* source)
 {
     // Otherwise the server moves the stream to another device when this one goes, without a word.
-    GstStructure* properties = gst_structure_new("p", "node.dont-reconnect", G_TYPE_STRING, "true",
-                                                 "node.latency", G_TYPE_STRING, latency, nullptr);
+    GstStructure* properties =
+        gst_structure_new("p", "node.dont-reconnect", G_TYPE_STRING, "true", "node.latency",
+                          G_TYPE_STRING, "1024/48000", nullptr);
     g_object_set(source, "stream-properties", properties, nullptr);
     gst_structure_free(properties);
 }
@@ -40,7 +42,7 @@ void configureSource(GstElement* source)
         g_object_set(source, "latency-time", kLatencyUs, "buffer-time", kBufferUs, nullptr);
     }
     if (isMadeBy(source, "pulsesrc") || isMadeBy(source, "pipewiresrc")) {
-        setStreamProperties(source, "480/48000");
+        setStreamProperties(source);
         g_object_set(source, "client-name", "KdRecord", nullptr);
     }
     if (isMadeBy(source, "pipewiresrc")) {

@@ -1,9 +1,9 @@
-#include "SmallDisk.h"
 #include "VoiceOverStage.h"
 
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdWidgets/KdToolButton.h>
 #include <Support/KdTestCase.h>
+#include <Support/SmallDisk.h>
 #include <Support/WindowAnswers.h>
 
 #include <QDir>

@@ -251,11 +251,11 @@ void tst_KdAudioRecorder::theTimeOfATakeIsTheLengthOfItsFile()
              qPrintable(QStringLiteral("%1 s, told %2 ms").arg(seconds).arg(told)));
 
     const QVector<qint64> times = recorder.events().times();
-    QVERIFY(times.first() <= 60);
+    QVERIFY(times.first() <= 100);
     for (int i = 1; i < times.size(); ++i) {
         QVERIFY(times[i] > times[i - 1]);
     }
-    QVERIFY(times.size() > 40);
+    QVERIFY(times.size() > 30);
     QVERIFY(!recorder.events().wasCalledOnTestThread());
 }
 
@@ -373,7 +373,7 @@ void tst_KdAudioRecorder::tenPausesAreInNeitherFileNorTime()
         QCOMPARE(recorder->curStatus(), fcsPaused);
         const qint64 told = recorder.events().lastTime();
         QVERIFY(recorder.hearsDevice()); // the meter goes on, and some time passes
-        QVERIFY(recorder.events().lastTime() <= told + 50);
+        QVERIFY(recorder.events().lastTime() <= told + 100);
         recorder->resume();
         pausedMs += timer.elapsed() - pausedAt;
         QCOMPARE(recorder->curStatus(), fcsRecording);
@@ -408,7 +408,7 @@ void tst_KdAudioRecorder::aSecondStartEndsTheTakeAndBeginsAnother()
     QVERIFY(recorder.record(second));
     QVERIFY2(MediaProbe::probe(first).isReadable, "The first take must be whole by now");
     QVERIFY(recorder.waitForTime(500));
-    QVERIFY(recorder.events().times().first() <= 60);
+    QVERIFY(recorder.events().times().first() <= 100);
     QVERIFY(recorder->stop());
     QVERIFY(MediaProbe::probe(second).isReadable);
     QVERIFY(std::abs(MediaProbe::probe(first).seconds - 1.0) < 0.25);

@@ -1,6 +1,5 @@
 #include "VoiceOverShots.h"
 
-#include <EndToEnd/SmallDisk.h>
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdRecord/KAudioSettings.h>
 #include <KdRecord/KComboboxExt.h>
@@ -9,6 +8,7 @@
 #include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdDoubleSpinBox.h>
 #include <Support/ScriptedEngine.h>
+#include <Support/SmallDisk.h>
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,57 +1,34 @@
 #include "SmallDisk.h"
 
+#include <QDir>
 #include <QFile>
 #include <QStorageInfo>
 
-#include <sched.h>
 #include <sys/mount.h>
-#include <unistd.h>
 
-namespace {
-
-bool write(const char* path, const QByteArray& text)
+SmallDisk::SmallDisk(const QString& folder, int kilobytes) : m_folder(folder)
 {
-    QFile file(QString::fromLatin1(path));
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-           file.write(text) == text.size();
-}
-
-/** Being root among nobody else, which is what an ordinary user may be. */
-bool becomeRootInside()
-{
-    const QByteArray user = QByteArray::number(getuid());
-    const QByteArray group = QByteArray::number(getgid());
-    return unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && write("/proc/self/setgroups", "deny") &&
-           write("/proc/self/uid_map", "0 " + user + " 1") &&
-           write("/proc/self/gid_map", "0 " + group + " 1");
-}
-
-} // namespace
-
-bool SmallDisk::prepare()
-{
-    const bool isApart = unshare(CLONE_NEWNS) == 0 || becomeRootInside();
-    return isApart && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
-SmallDisk::SmallDisk(qint64 bytes)
-{
-    const QByteArray folder = QFile::encodeName(m_folder.path());
-    const QByteArray options = "size=" + QByteArray::number(bytes);
+    QDir().mkpath(folder);
+    const QByteArray options = QByteArrayLiteral("size=") + QByteArray::number(kilobytes) + 'k';
     m_isMounted =
-        mount("none", folder.constData(), "tmpfs", MS_NOSUID | MS_NODEV, options.constData()) == 0;
+        mount("tmpfs", QFile::encodeName(folder).constData(), "tmpfs", 0, options.constData()) == 0;
 }
 
 SmallDisk::~SmallDisk()
 {
     if (m_isMounted) {
-        umount2(QFile::encodeName(m_folder.path()).constData(), MNT_DETACH);
+        umount2(QFile::encodeName(m_folder).constData(), MNT_DETACH);
     }
+}
+
+QString SmallDisk::filePath(const QString& name) const
+{
+    return QDir(m_folder).filePath(name);
 }
 
 qint64 SmallDisk::freeBytes() const
 {
-    return QStorageInfo(m_folder.path()).bytesAvailable();
+    return QStorageInfo(m_folder).bytesAvailable();
 }
 
 bool SmallDisk::fillUpTo(qint64 bytesLeft)

@@ -1,26 +1,20 @@
 #pragma once
 
 #include <QString>
-#include <QTemporaryDir>
 
 /**
- * A disk of a few hundred KiB, to be filled by a test. It is seen by the test's process and its
- * children alone, and gone with them.
+ * A disk of a few hundred kilobytes, mounted at a folder of the test for the life of the object, to
+ * be filled. Needs the right to mount, which a test of kd_add_test(... MOUNTS) has.
  */
 class SmallDisk
 {
 public:
-    /** First thing in main(), while the process has one thread. @return false where the system
-     * allows no private disks. */
-    static bool prepare();
-
-    /** @param bytes its size; a page is the least that a file takes */
-    explicit SmallDisk(qint64 bytes);
+    /** @param folder made when it does not exist */
+    SmallDisk(const QString& folder, int kilobytes);
     ~SmallDisk();
 
     bool isMounted() const { return m_isMounted; }
-    QString path() const { return m_folder.path(); }
-    QString filePath(const QString& name) const { return m_folder.filePath(name); }
+    QString filePath(const QString& name) const;
     qint64 freeBytes() const;
 
     /** Takes all but this much. @return whether it could. */
@@ -29,6 +23,6 @@ public:
 private:
     Q_DISABLE_COPY(SmallDisk)
 
-    QTemporaryDir m_folder;
+    QString m_folder;
     bool m_isMounted = false;
 };
