@@ -2,10 +2,28 @@
 
 #include <KCore/KCoreExport.h>
 
-/** Which of the host's AI modules can be used. */
+#include <functional>
+
+/**
+ * Which of the host's AI modules can be used. Whoever implements a module offers it here, so that
+ * this library knows none of them. All operations may be called on any thread.
+ */
 class KCORE_EXPORT KAIModuleHelper
 {
 public:
-    /** @param moduleNumber the host's number of the module. @return false for an unknown number. */
+    /** Looks at what the module needs and says whether it works now; called on the asking thread.
+     */
+    using Probe = std::function<bool()>;
+
+    /** The webcam picture's background, blurred or removed. */
+    static constexpr int kBackgroundModule = 5;
+
+    /**
+     * @param moduleNumber the host's number of the module.
+     * @return what the module's probe says; false for a number that nobody offers.
+     */
     static bool isAvailableForUse(int moduleNumber);
+
+    /** @param probe replaces the one offered before under that number; null withdraws it. */
+    static void offer(int moduleNumber, Probe probe);
 };

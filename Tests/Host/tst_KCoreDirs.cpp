@@ -1,4 +1,3 @@
-#include <KCore/KAIModuleHelper.h>
 #include <KCore/KCoreDirs.h>
 #include <Support/KdTestCase.h>
 
@@ -16,7 +15,6 @@ private Q_SLOTS:
     void folderThatWasDeletedIsThereAgain();
     void relativeChoiceBecomesAbsolute();
     void emptyChoiceReturnsToTheUsersData();
-    void noAiModuleIsAvailable();
 };
 
 void tst_KCoreDirs::cleanup()
@@ -68,13 +66,6 @@ void tst_KCoreDirs::emptyChoiceReturnsToTheUsersData()
     setZentraDocumentDir(QString());
     QCOMPARE(getZentraDocumentDir(), temporaryPath(QStringLiteral("share/KdRecord")));
     QVERIFY(QFileInfo(getZentraDocumentDir()).isDir());
-}
-
-void tst_KCoreDirs::noAiModuleIsAvailable()
-{
-    for (const int module : {-1, 0, 5, 1000}) {
-        QVERIFY(!KAIModuleHelper::isAvailableForUse(module));
-    }
 }
 
 int main(int argc, char** argv)

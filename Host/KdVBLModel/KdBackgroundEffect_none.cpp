@@ -1,0 +1,21 @@
+#include <KdVBLModel/KdBackgroundEffect.h>
+
+class KdBackgroundEffect::Private
+{
+};
+
+bool KdBackgroundEffect::isAvailable()
+{
+    return false; // built without OpenCV
+}
+
+KdBackgroundEffect::KdBackgroundEffect() = default;
+
+KdBackgroundEffect::~KdBackgroundEffect() = default;
+
+void KdBackgroundEffect::apply(Mode /*mode*/, uchar* /*argb*/, int /*width*/, int /*height*/,
+                               int /*stride*/)
+{
+}
+
+void KdBackgroundEffect::reset() {}
