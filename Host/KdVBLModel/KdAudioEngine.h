@@ -85,7 +85,8 @@ private:
     bool undoStart();
     std::shared_ptr<KdAudioTake> openTake(const Settings& wanted) const;
     bool hearsInput(KdAudioTake& take) const;
-    void concludeTake(const std::shared_ptr<KdAudioTake>& take);
+    void concludeTake(const std::shared_ptr<KdAudioTake>& take,
+                      KdVBLMODEL::_KdCaptureStatus status);
     bool openCapture(const Settings& wanted);
     std::unique_ptr<KdAudioCapture> createCapture(const KdCaptureDevice& device);
     void closeCapture();

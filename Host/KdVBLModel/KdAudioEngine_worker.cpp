@@ -99,12 +99,15 @@ bool KdAudioEngine::hearsInput(KdAudioTake& take) const
     return take.waitForSound(kFirstSoundPatience) || !m_capture->hasFailed();
 }
 
-/** The file is finished at once; the recorder stays in its state until it is told to stop. */
-void KdAudioEngine::concludeTake(const std::shared_ptr<KdAudioTake>& take)
+/** The file is finished at once; the recorder keeps the status until it is told to stop. */
+void KdAudioEngine::concludeTake(const std::shared_ptr<KdAudioTake>& take, _KdCaptureStatus status)
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_running.isOver |= m_running.take == take; // unless it was stopped meanwhile
+        if (m_running.take == take) { // it may have been stopped meanwhile
+            m_running.isOver = true;
+            m_status = status;
+        }
     }
     take->finish();
 }
@@ -180,7 +183,7 @@ void KdAudioEngine::loseInput()
     if (now.take && !now.isOver) {
         now.take->close();
         m_callbacks.postDevice(fcdAudioInputRemoved, listedIndex(now.settings.device));
-        concludeTake(now.take);
+        concludeTake(now.take, status());
     }
     closeCapture();
 }
@@ -221,7 +224,7 @@ void KdAudioEngine::check()
     }
     const RunningTake now = running();
     if (now.take && !now.isOver && now.take->mustEnd()) {
-        concludeTake(now.take);
+        concludeTake(now.take, fcsEnded);
     }
 }
 

@@ -13,6 +13,7 @@
 #include <KdRecord/KdCountCtrl.h>
 #include <KdRecord/KdRecordShortcut.h>
 #include <KdRecord/KdTakeTime.h>
+#include <KdRecord/KdTakeWatch.h>
 #include <KdVBLModel/KdProject.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
 #include <KdWidgets/KdCheckBox.h>
@@ -62,6 +63,7 @@ KdAudioRecordPanel::KdAudioRecordPanel(QWidget* parent)
     , m_pDevices(std::make_unique<KdAudioDeviceBoxes>(m_pUi->device, m_pUi->input))
     , m_notices(this)
     , m_pKeyPressEater(new KdKeyPressEater(this))
+    , m_pTakeWatch(new KdTakeWatch([this] { return status(); }, this))
     , m_localTime([] { return QDateTime::currentDateTime(); })
 {
     m_pUi->mute->setChecked(appSettings()->GetGeneralSettings()->isAudioRecordingCheckMult());
@@ -114,6 +116,7 @@ void KdAudioRecordPanel::connectRecorder()
     connect(m_pRecorderHelper, &Helper::sigRecordedTime, this, &Panel::slotCaptureTime);
     connect(m_pRecorderHelper, &Helper::sigRecorderVolume, this, &Panel::slotCaptureVolume);
     connect(m_pRecorderHelper, &Helper::sigDeviceStatus, this, &Panel::slotDeviceStatusChanged);
+    connect(m_pTakeWatch, &KdTakeWatch::sigTakeEnded, this, &Panel::takeEndedByItself);
 }
 
 void KdAudioRecordPanel::watchShortcut(bool watch)

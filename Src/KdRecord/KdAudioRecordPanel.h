@@ -19,6 +19,7 @@ class KdAudioDeviceBoxes;
 class KdAudioRecordPanelUi;
 class KdAudioRecorderHelper;
 class KdKeyPressEater;
+class KdTakeWatch;
 
 /**
  * The voice-over panel: the user picks a microphone, a folder, a countdown and whether the project
@@ -142,6 +143,7 @@ private:
     bool endWhatRuns();
     void reportTake(bool isFinished);
     void handleDeviceLost(int status, int deviceIdx);
+    void takeEndedByItself();
     KAdvanceSettings* advanceSettings();
 
     const float m_projectFps;
@@ -151,6 +153,7 @@ private:
     std::unique_ptr<KdAudioDeviceBoxes> m_pDevices;
     KdRecordNotices m_notices;
     KdKeyPressEater* m_pKeyPressEater;
+    KdTakeWatch* m_pTakeWatch;
     QPointer<KAdvanceSettings> m_pAdvanceSettings;
 
     KdMinimumTake m_elapsed;

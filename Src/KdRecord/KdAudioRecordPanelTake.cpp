@@ -12,6 +12,7 @@
 #include <KdRecord/KdCountCtrl.h>
 #include <KdRecord/KdTakePath.h>
 #include <KdRecord/KdTakeTime.h>
+#include <KdRecord/KdTakeWatch.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
 #include <KdWidgets/KdDoubleSpinBox.h>
 #include <KdWidgets/KdLabel.h>
@@ -269,6 +270,7 @@ bool KdAudioRecordPanel::StartRecord(bool bReStart)
         return false;
     }
     m_elapsed.restart();
+    m_pTakeWatch->start();
     m_nDurationSec = 0;
     m_strTakeDevice = m_pDevices->currentName();
     rememberChoices();
@@ -455,6 +457,7 @@ void KdAudioRecordPanel::reportTake(bool isFinished)
     const int seconds = std::exchange(m_nDurationSec, 0);
     const bool isTooShort = m_elapsed.isTooShort();
     m_elapsed.invalidate();
+    m_pTakeWatch->stop();
     m_strLastFile = std::exchange(m_strOutputFile, QString());
     // The list may show another device by now, when this one was unplugged.
     const QString device = m_strLastFile.isEmpty() ? m_pDevices->currentName() : m_strTakeDevice;
@@ -486,5 +489,19 @@ void KdAudioRecordPanel::handleDeviceLost(int status, int deviceIdx)
     }
     if (self && m_pRecorderHelper) {
         m_notices.tellDeviceLost(name);
+    }
+}
+
+void KdAudioRecordPanel::takeEndedByItself()
+{
+    // An open message is answered first; the watch asks again.
+    if (!isTakeRunning() || m_notices.isAsking()) {
+        return;
+    }
+    const QPointer<KdAudioRecordPanel> self(this);
+    slotStopButtonClicked();
+    // Without a file the stop has said so already.
+    if (self && m_pRecorderHelper && !m_strLastFile.isEmpty()) {
+        m_notices.tellDiskFull();
     }
 }

@@ -21,26 +21,28 @@ class QObject;
 /**
  * The contract between the recorder module and the capture engine that its host supplies.
  *
- * An engine implements IKdAudioRecorder and IKdWebcamRecorder and exports the two factories; the module
- * implements IKdRecorderEventObserver. Rules that every engine keeps:
+ * An engine implements IKdAudioRecorder and IKdWebcamRecorder and exports the two factories; the
+ * module implements IKdRecorderEventObserver. Rules that every engine keeps:
  *
- * - Recorder operations are called on the host's user-interface thread. None of them blocks it for longer
- *   than 300 ms, stop() excepted, which is over within 2 s even when the device is gone or the disk is full.
- * - Callbacks arrive on engine threads, never on the user-interface thread, and never while the engine holds
- *   a lock that any recorder operation takes.
- * - removeEventObserver() is a barrier: when it returns, no callback on that observer is running on another
- *   thread and none will start.
- * - An index is a position in the list that this recorder handed out last, whatever was plugged in since.
+ * - Recorder operations are called on the host's user-interface thread. None of them blocks it for
+ * longer than 300 ms, stop() excepted, which is over within 2 s even when the device is gone or the
+ * disk is full.
+ * - Callbacks arrive on engine threads, never on the user-interface thread, and never while the
+ * engine holds a lock that any recorder operation takes.
+ * - removeEventObserver() is a barrier: when it returns, no callback on that observer is running on
+ * another thread and none will start.
+ * - An index is a position in the list that this recorder handed out last, whatever was plugged in
+ * since.
  * - Device, format, interval and output file set while a take runs count from the next start.
  * - No operation throws.
  *
  * The order of the virtual operations is part of the contract: new ones go to the end.
  */
-namespace KdVBLMODEL
-{
+namespace KdVBLMODEL {
 
 /** The kind of a capture device. 0 in a record means that no device is set. */
-enum _KdDevType : int {
+enum _KdDevType : int
+{
     kdtNone = 0,
     kdtDesktop = 1,
     kdtWebcam = 2,
@@ -52,39 +54,58 @@ enum _KdDevType : int {
 };
 
 /** What a recorder is doing. */
-enum _KdCaptureStatus : int {
+enum _KdCaptureStatus : int
+{
     fcsNoStart = 0, ///< never started, or stopped
     fcsRecording = 1,
-    fcsPaused = 2
+    fcsPaused = 2,
+    fcsEnded =
+        3 ///< the take ended by itself: its disk is full or takes no more; stop() is still due
 };
 
 /** First argument of IKdRecorderEventObserver::onCaptureDeviceCallback. */
-enum _KdCaptureDeviceStatus : int {
-    fcdWebcamListChanged = 1,   ///< a webcam was added
-    fcdWebcamRemoved = 2,       ///< a webcam was removed
-    fcdAudioInputAdded = 3,     ///< the list of audio inputs changed
-    fcdAudioInputRemoved = 4,   ///< an audio input was removed; in an audio take: its own input is gone
-    fcdWebcamOccupied = 5       ///< another application holds the webcam
+enum _KdCaptureDeviceStatus : int
+{
+    fcdWebcamListChanged = 1, ///< a webcam was added
+    fcdWebcamRemoved = 2,     ///< a webcam was removed
+    fcdAudioInputAdded = 3,   ///< the list of audio inputs changed
+    fcdAudioInputRemoved =
+        4,                ///< an audio input was removed; in an audio take: its own input is gone
+    fcdWebcamOccupied = 5 ///< another application holds the webcam
 };
 using KdCaptureDeviceStatus = _KdCaptureDeviceStatus;
 
 /** The shape of the webcam picture. */
-enum _KdCaptureRecordShape : int { fcrsCircle = 0, fcrsSquare = 1 };
+enum _KdCaptureRecordShape : int
+{
+    fcrsCircle = 0,
+    fcrsSquare = 1
+};
 
 /** The treatment of the webcam picture's background. */
-enum _KdCaptureRecordBackgroundMode : int { fcbmNone = -1, fcbmRemove = 0, fcbmBlur = 1 };
+enum _KdCaptureRecordBackgroundMode : int
+{
+    fcbmNone = -1,
+    fcbmRemove = 0,
+    fcbmBlur = 1
+};
 
 /** One capture device. A default-constructed record is the empty one and counts as no device. */
-struct _KdCaptureDevInf {
+struct _KdCaptureDevInf
+{
     qint32 devType = kdtNone; ///< a _KdDevType
     qint32 index = -1;        ///< position in the engine's list for its type
     QString name;             ///< display name, plain text
-    QString id;               ///< unique identifier, the same after the device was unplugged and plugged again
+    QString id; ///< unique identifier, the same after the device was unplugged and plugged again
 };
 using KdCaptureDevInfo = _KdCaptureDevInf;
 
 /** Codes of KdAudioFormat::bitrateMode. */
-enum _KdBitrateMode : int { fbmVariable = 1, fbmConstant = 2 };
+enum _KdBitrateMode : int
+{
+    fbmVariable = 1,
+    fbmConstant = 2
+};
 
 /** "AAC " as a four-character code, first character in the lowest byte. */
 constexpr qint32 kFourCcAac = 0x20434141;
@@ -93,7 +114,8 @@ constexpr qint32 kFourCcAac = 0x20434141;
 constexpr qint32 kFourCcH264 = 0x34363243;
 
 /** The unit in which an audio format is handed to the engine. */
-struct KdAudioFormat {
+struct KdAudioFormat
+{
     qint32 bitrateMode = fbmVariable; ///< 1 VBR, 2 CBR
     qint32 fourcc = kFourCcAac;       ///< codec, four characters, little-endian
     qint32 bitrate = 128000;          ///< bits per second
@@ -104,7 +126,8 @@ struct KdAudioFormat {
 };
 
 /** Everything needed to record audio. */
-struct _KdAudioRecordParams {
+struct _KdAudioRecordParams
+{
     qint32 index = -1;   ///< the audio input's index, _KdCaptureDevInf::index
     qint32 interval = 0; ///< interval of the time and volume callbacks in ms
     QString outputName;  ///< full path of the output file
@@ -112,13 +135,15 @@ struct _KdAudioRecordParams {
 };
 
 /** The unit in which the webcam's codec and frame rate are handed to the engine. */
-struct KdVideoFormat {
+struct KdVideoFormat
+{
     qint32 fourcc = kFourCcH264; ///< codec, four characters, little-endian
     double frameRate = 0.0;      ///< frames per second
 };
 
 /** Everything needed to record from a webcam. */
-struct _KdWebcamRecordParams {
+struct _KdWebcamRecordParams
+{
     bool recordAudio = false; ///< whether an audio input is recorded with the picture
     qint32 audioIndex = -1;   ///< the audio input's index, used only with recordAudio
     QString outputName;       ///< full path of the output file
@@ -127,9 +152,10 @@ struct _KdWebcamRecordParams {
 };
 
 /**
- * What a recorder reports. All operations are called on engine threads, possibly while the user-interface
- * thread is inside a recorder operation: copy the arguments, post them, return; never touch a widget, never
- * block, never call the recorder. The observer belongs to the caller of addEventObserver().
+ * What a recorder reports. All operations are called on engine threads, possibly while the
+ * user-interface thread is inside a recorder operation: copy the arguments, post them, return;
+ * never touch a widget, never block, never call the recorder. The observer belongs to the caller of
+ * addEventObserver().
  */
 class IKdRecorderEventObserver
 {
@@ -137,7 +163,8 @@ public:
     IKdRecorderEventObserver() = default;
     virtual ~IKdRecorderEventObserver() = default;
 
-    /** A device changed state. @param devStatus a _KdCaptureDeviceStatus @param deviceIdx its index, or -1 */
+    /** A device changed state. @param devStatus a _KdCaptureDeviceStatus @param deviceIdx its
+     * index, or -1 */
     virtual void onCaptureDeviceCallback(int devStatus, int deviceIdx)
     {
         Q_UNUSED(devStatus)
@@ -152,8 +179,8 @@ public:
 
     /**
      * A new preview frame.
-     * @param pARGB32Bits width x height pixels in QImage::Format_ARGB32 order without padding; owned by the
-     *        engine and valid only until the call returns.
+     * @param pARGB32Bits width x height pixels in QImage::Format_ARGB32 order without padding;
+     * owned by the engine and valid only until the call returns.
      */
     virtual void onFrameChangedCallback(int width, int height, uint8_t* pARGB32Bits)
     {
@@ -172,12 +199,14 @@ private:
 /**
  * Records one audio input into a file. Made by createAudioRecorder(), freed by release() alone.
  *
- * Bad input: a null pointer, an unknown index or an unusable output file is answered by start() with false.
+ * Bad input: a null pointer, an unknown index or an unusable output file is answered by start()
+ * with false.
  */
 class IKdAudioRecorder
 {
 public:
-    /** Begins a take. In mid-take the running take ends first. @return true when recording began. */
+    /** Begins a take. In mid-take the running take ends first. @return true when recording began.
+     */
     virtual bool start() = 0;
     /** Nothing that follows is recorded until resume(). Without effect when no take runs. */
     virtual void pause() = 0;
@@ -218,8 +247,8 @@ private:
 };
 
 /**
- * Shows a webcam's picture and records it, with or without an audio input. Made by createWebcamRecorder(),
- * freed by release() alone.
+ * Shows a webcam's picture and records it, with or without an audio input. Made by
+ * createWebcamRecorder(), freed by release() alone.
  */
 class IKdWebcamRecorder
 {
@@ -245,7 +274,8 @@ public:
     virtual void setRecordAudio(bool on) = 0;
     /** @param msec interval of the time and volume callbacks. */
     virtual void setInterval(int msec) = 0;
-    /** @param type kdtWebcam or kdtMicrophone. @return false on failure; the list is then left empty. */
+    /** @param type kdtWebcam or kdtMicrophone. @return false on failure; the list is then left
+     * empty. */
     virtual bool getDevices(_KdDevType type, QList<_KdCaptureDevInf>* devices) = 0;
     virtual bool setDevice(_KdDevType type, int index) = 0;
     virtual void setOutputFile(const QString& path) = 0;
@@ -277,7 +307,8 @@ private:
 };
 
 /**
- * @param owner the object on whose behalf the recorder works; it must outlive the recorder. May be null.
+ * @param owner the object on whose behalf the recorder works; it must outlive the recorder. May be
+ * null.
  * @return a new recorder, freed by its release() alone.
  */
 KDCAPTUREENGINE_EXPORT IKdAudioRecorder* createAudioRecorder(QObject* owner);

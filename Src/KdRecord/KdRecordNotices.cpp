@@ -97,6 +97,12 @@ void KdRecordNotices::tellDeviceLost(const QString& name)
     inform(tr("Audio device %1 connection lost.").arg(shownName(name)));
 }
 
+void KdRecordNotices::tellDiskFull()
+{
+    inform(tr("The recording has ended because the disk is full. What was recorded until then has "
+              "been saved."));
+}
+
 void KdRecordNotices::showPaused(bool isPaused)
 {
     if (m_pPaused) {

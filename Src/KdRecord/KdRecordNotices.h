@@ -35,6 +35,9 @@ public:
     /** @param name as the device calls itself; line breaks and an absurd length are left out. */
     void tellDeviceLost(const QString& name);
 
+    /** The take has ended by itself, and its file was kept. */
+    void tellDiskFull();
+
     /** Shows that the take is paused, or takes that away. */
     void showPaused(bool isPaused);
     /** Points below the button that ended the take. */

@@ -268,9 +268,10 @@ void tst_KdAudioRecorderFaults::aFullDiskKeepsTheTakeUpToIt()
     QVERIFY(told > 1000);
     QVERIFY(recorder.hearsDevice());
     QVERIFY(recorder.events().times().isEmpty());
-    QCOMPARE(recorder->curStatus(), fcsRecording);
+    QCOMPARE(recorder->curStatus(), fcsEnded);
     QVERIFY(recorder.events().deviceEvents().isEmpty());
     QVERIFY(stopsInTime(recorder, true));
+    QCOMPARE(recorder->curStatus(), fcsNoStart);
     const MediaInfo info = MediaProbe::probe(path);
     QVERIFY2(info.isReadable, qPrintable(info.complaint));
     QVERIFY2(std::abs(info.seconds - double(told) / 1000.0) < 0.15,

@@ -291,6 +291,10 @@
         <source>Re-record</source>
         <translation>Neu aufnehmen</translation>
     </message>
+    <message>
+        <source>The recording has ended because the disk is full. What was recorded until then has been saved.</source>
+        <translation>Die Aufnahme wurde beendet, weil der Datenträger voll ist. Was bis dahin aufgenommen war, ist gespeichert.</translation>
+    </message>
 </context>
 <context>
     <name>KdTitleBar</name>

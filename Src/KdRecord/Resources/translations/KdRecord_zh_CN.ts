@@ -291,6 +291,10 @@
         <source>Re-record</source>
         <translation>重新录制</translation>
     </message>
+    <message>
+        <source>The recording has ended because the disk is full. What was recorded until then has been saved.</source>
+        <translation>磁盘已满，录制已结束。此前录制的内容已保存。</translation>
+    </message>
 </context>
 <context>
     <name>KdTitleBar</name>
