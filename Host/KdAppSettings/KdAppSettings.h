@@ -88,9 +88,9 @@ public:
     /** Writes the file; the old one stays when that fails. @return success; a failure is logged. */
     bool Save();
     /**
-     * Returns every value to its default, then reads the file of the current document folder. The objects stay
-     * where they are. A count beyond its range becomes the nearest end of the range; other bad values and bad
-     * files count as absent, a bad file with a warning in the log.
+     * Returns every value to its default, then reads the file of the current document folder. The
+     * objects stay where they are. A count beyond its range becomes the nearest end of the range;
+     * other bad values and bad files count as absent, a bad file with a warning in the log.
      */
     void Load();
 

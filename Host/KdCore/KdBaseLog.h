@@ -10,9 +10,10 @@
 #include <memory>
 
 /** One record of the log. */
-struct KdLogRecord {
-    int level = 0;       ///< a KdBaseLog::LogLevel
-    QByteArray file;     ///< source file without extension, relative to the repository
+struct KdLogRecord
+{
+    int level = 0;   ///< a KdBaseLog::LogLevel
+    QByteArray file; ///< source file without extension, relative to the repository
     int line = 0;
     QByteArray function; ///< qualified function name, as in "KdAudioRecorderHelper::stop"
     QDateTime time;
@@ -39,9 +40,9 @@ public:
     /** @return false when the file cannot be opened; the former file then stays. */
     bool setLogFile(const QString& path);
     /**
-     * Called with every record that is written, on the thread that logs, one call at a time; null takes it away.
-     * Returns when no call of the former observer is running on another thread. An observer may log, which it is
-     * not told of, and may replace itself.
+     * Called with every record that is written, on the thread that logs, one call at a time; null
+     * takes it away. Returns when no call of the former observer is running on another thread. An
+     * observer may log, which it is not told of, and may replace itself.
      */
     void setObserver(Observer observer);
 
@@ -51,16 +52,24 @@ private:
     std::unique_ptr<Private> d;
 };
 
-namespace KdBaseLog
-{
+namespace KdBaseLog {
 
-enum LogLevel : int { Trace = 1, Debug = 2, Info = 4, Warning = 8, Error = 16, Critical = 32 };
+enum LogLevel : int
+{
+    Trace = 1,
+    Debug = 2,
+    Info = 4,
+    Warning = 8,
+    Error = 16,
+    Critical = 32
+};
 
 /** The process-wide logger; never null, lives until the process ends. */
 KDCORE_EXPORT KdLogger* defaultLogger();
 
 /** Where a record comes from. The line is the caller's. */
-struct Source {
+struct Source
+{
     const char* file;
     const char* function;
     int line = 0;

@@ -8,7 +8,8 @@
 class KDCORE_EXPORT KdDir
 {
 public:
-    /** @return whether path is a folder in which files can be made and read (tried, not guessed from flags). */
+    /** @return whether path is a folder in which files can be made and read (tried, not guessed
+     * from flags). */
     static bool IsPathWriteAndReadable(const QString& path);
 
     /**

@@ -8,9 +8,10 @@
 #include <mutex>
 
 /**
- * A process-wide object that is made on first use. The lazy-singleton manager destroys it at shutdown, or an
- * at-exit routine when isManaged() of the object answers false. T is default-constructible and a friend of this
- * class when its constructor is private. instance() and release() may be called on any thread.
+ * A process-wide object that is made on first use. The lazy-singleton manager destroys it at
+ * shutdown, or an at-exit routine when isManaged() of the object answers false. T is
+ * default-constructible and a friend of this class when its constructor is private. instance() and
+ * release() may be called on any thread.
  */
 template <typename T>
 class KdLazySingleton : public IKdLazySingleton

@@ -21,7 +21,8 @@ private:
     IKdLazySingleton& operator=(const IKdLazySingleton&) = delete;
 };
 
-/** Owns the lazy singletons that want it; releases them, last made first, in releaseAll(). Thread-safe. */
+/** Owns the lazy singletons that want it; releases them, last made first, in releaseAll().
+ * Thread-safe. */
 class KDCORE_EXPORT KdLazySingletonManager
 {
 public:

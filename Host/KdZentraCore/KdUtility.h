@@ -7,8 +7,7 @@
 class QWidget;
 
 /** Small services around the host's windows. GUI thread. */
-namespace KdUtility
-{
+namespace KdUtility {
 
 /** @return the host's main window, or null. */
 KDZENTRACORE_EXPORT QWidget* gGetMainWindow();

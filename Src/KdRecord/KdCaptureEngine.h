@@ -59,8 +59,8 @@ enum _KdCaptureStatus : int
     fcsNoStart = 0, ///< never started, or stopped
     fcsRecording = 1,
     fcsPaused = 2,
-    fcsEnded =
-        3 ///< the take ended by itself: its disk is full or takes no more; stop() is still due
+    /** The take ended by itself: its disk is full or takes no more. stop() is still due. */
+    fcsEnded = 3
 };
 
 /** First argument of IKdRecorderEventObserver::onCaptureDeviceCallback. */

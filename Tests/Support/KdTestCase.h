@@ -14,7 +14,8 @@
 #include <mutex>
 
 /**
- * Base of every test class. Each test function gets an empty document folder of its own, and fails when
+ * Base of every test class. Each test function gets an empty document folder of its own, and fails
+ * when
  * - a warning or error is logged, by Qt or by KdBaseLog, that it did not announce,
  * - an announced one does not come,
  * - a top-level widget is left behind.
@@ -46,13 +47,15 @@ protected Q_SLOTS:
     void cleanup();
 
 private:
-    struct Expectation {
+    struct Expectation
+    {
         QRegularExpression pattern;
         bool required;
         bool seen;
     };
 
-    static void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message);
+    static void handleQtMessage(QtMsgType type, const QMessageLogContext& context,
+                                const QString& message);
     void keep(const KdLogRecord& logged);
     void record(const QString& line, bool isProblem);
     QStringList missingLines() const;
@@ -68,8 +71,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-namespace KdTest
-{
+namespace KdTest {
 
 /** What main() of every test does. */
 template <typename TestClass>

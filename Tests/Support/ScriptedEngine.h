@@ -76,7 +76,8 @@ public:
     ~ScriptedEngine();
 
     EngineScript& script();
-    /** Shorthands for script().failing; "createAudioRecorder" and "createWebcamRecorder" answer null. */
+    /** Shorthands for script().failing; "createAudioRecorder" and "createWebcamRecorder" answer
+     * null. */
     void fail(const char* operation);
     void succeed(const char* operation);
     /** @param action runs inside each call of operation, before it takes effect; null takes it
