@@ -17,15 +17,27 @@ QString settingsPath()
     return getZentraDocumentDir() + QStringLiteral("/HostSettings.xml");
 }
 
+/** @param name of the folder in the user's folder for such files */
+QString standardFolder(QStandardPaths::StandardLocation location, const QString& name)
+{
+    const QString folder = QStandardPaths::writableLocation(location);
+    return (folder.isEmpty() ? QDir::homePath() : folder) + QLatin1Char('/') + name;
+}
+
 } // namespace
 
 QString KFolderSettings::GetRecorderVoiceFolder() const
 {
-    if (!m_sRecorderVoiceFolder.trimmed().isEmpty()) {
-        return m_sRecorderVoiceFolder;
-    }
-    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
-    return (music.isEmpty() ? QDir::homePath() : music) + QStringLiteral("/Recordings");
+    return m_sRecorderVoiceFolder.trimmed().isEmpty()
+               ? standardFolder(QStandardPaths::MusicLocation, QStringLiteral("Recordings"))
+               : m_sRecorderVoiceFolder;
+}
+
+QString KFolderSettings::GetCaptureFileFolder() const
+{
+    return m_sCaptureFileFolder.trimmed().isEmpty()
+               ? standardFolder(QStandardPaths::MoviesLocation, QStringLiteral("Captures"))
+               : m_sCaptureFileFolder;
 }
 
 class KdAppSettings::Private

@@ -12,13 +12,16 @@ class KDAPPSETTINGS_EXPORT KGeneralSettings
 public:
     bool isAudioRecordingCheckMult() const { return m_bAudioRecordingCheckMult; }
     void setIsAudioRecordingCheckMult(bool check) { m_bAudioRecordingCheckMult = check; }
-    /** Countdown before a take in seconds. */
+    /** Countdowns before a take in seconds. */
     int GetRecordAudioCountdown() const { return m_nRecordAudioCountdown; }
     void SetRecordAudioCountdown(int seconds) { m_nRecordAudioCountdown = seconds; }
+    int GetRecordVideoCountdown() const { return m_nRecordVideoCountdown; }
+    void SetRecordVideoCountdown(int seconds) { m_nRecordVideoCountdown = seconds; }
 
 private:
     bool m_bAudioRecordingCheckMult = false;
     int m_nRecordAudioCountdown = 3;
+    int m_nRecordVideoCountdown = 3;
 };
 
 /** Where takes go. GUI thread. */
@@ -28,9 +31,13 @@ public:
     /** Never empty: without a choice the user's music folder for recordings. */
     QString GetRecorderVoiceFolder() const;
     void SetRecoderVoiceFolder(const QString& path) { m_sRecorderVoiceFolder = path; }
+    /** Never empty: without a choice the user's video folder for captures. */
+    QString GetCaptureFileFolder() const;
+    void SetCaptureFileFolder(const QString& path) { m_sCaptureFileFolder = path; }
 
 private:
     QString m_sRecorderVoiceFolder;
+    QString m_sCaptureFileFolder;
 };
 
 /** Advanced audio settings. GUI thread. */

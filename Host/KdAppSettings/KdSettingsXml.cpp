@@ -53,6 +53,15 @@ void readGeneral(const QDomElement& group, KGeneralSettings& settings)
     if (const auto seconds = readInt(group, "RecordAudioCountdown")) {
         settings.SetRecordAudioCountdown(std::clamp(*seconds, 0, kMaxCountdown));
     }
+    if (const auto seconds = readInt(group, "RecordVideoCountdown")) {
+        settings.SetRecordVideoCountdown(std::clamp(*seconds, 0, kMaxCountdown));
+    }
+}
+
+void readFolders(const QDomElement& group, KFolderSettings& settings)
+{
+    settings.SetRecoderVoiceFolder(child(group, "RecorderVoiceFolder").text());
+    settings.SetCaptureFileFolder(child(group, "CaptureFileFolder").text());
 }
 
 void readAudioAdvance(const QDomElement& group, KAudioAdvanceSettings& settings)
@@ -92,6 +101,20 @@ void appendValue(QDomDocument& document, const QDomNode& parent, const char* tag
     append(document, parent, tag).appendChild(document.createTextNode(text));
 }
 
+/** Without a choice of the user's nothing is stored, so that a default can still follow the user's
+ * own folders. */
+void appendFolders(QDomDocument& document, const QDomElement& root, const KFolderSettings& folders)
+{
+    const KFolderSettings standard;
+    const QDomElement group = append(document, root, "Folders");
+    if (folders.GetRecorderVoiceFolder() != standard.GetRecorderVoiceFolder()) {
+        appendValue(document, group, "RecorderVoiceFolder", folders.GetRecorderVoiceFolder());
+    }
+    if (folders.GetCaptureFileFolder() != standard.GetCaptureFileFolder()) {
+        appendValue(document, group, "CaptureFileFolder", folders.GetCaptureFileFolder());
+    }
+}
+
 } // namespace
 
 QDomDocument KdSettingsXml::toDocument(KSettings& settings)
@@ -105,13 +128,9 @@ QDomDocument KdSettingsXml::toDocument(KSettings& settings)
     appendValue(document, generalGroup, "AudioRecordingCheckMult",
                 general.isAudioRecordingCheckMult());
     appendValue(document, generalGroup, "RecordAudioCountdown", general.GetRecordAudioCountdown());
+    appendValue(document, generalGroup, "RecordVideoCountdown", general.GetRecordVideoCountdown());
 
-    // Without a choice of the user's nothing is stored, so that the default can still follow the
-    // music folder.
-    const QString folder = settings.GetFolderSettings()->GetRecorderVoiceFolder();
-    if (folder != KFolderSettings().GetRecorderVoiceFolder()) {
-        appendValue(document, append(document, root, "Folders"), "RecorderVoiceFolder", folder);
-    }
+    appendFolders(document, root, *settings.GetFolderSettings());
 
     const KAudioAdvanceSettings& audio = *settings.GetAudioAdvanceSettings();
     const QDomElement audioGroup = append(document, root, "AudioAdvance");
@@ -128,7 +147,6 @@ void KdSettingsXml::read(const QDomDocument& document, KSettings& settings)
 {
     const QDomElement root = document.documentElement();
     readGeneral(child(root, "General"), *settings.GetGeneralSettings());
-    settings.GetFolderSettings()->SetRecoderVoiceFolder(
-        child(child(root, "Folders"), "RecorderVoiceFolder").text());
+    readFolders(child(root, "Folders"), *settings.GetFolderSettings());
     readAudioAdvance(child(root, "AudioAdvance"), *settings.GetAudioAdvanceSettings());
 }

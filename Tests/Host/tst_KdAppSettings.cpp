@@ -63,7 +63,9 @@ void tst_KdAppSettings::changeEverything()
     KSettings* const settings = KdAppSettings::GetInstance()->GetSettings();
     settings->GetGeneralSettings()->setIsAudioRecordingCheckMult(true);
     settings->GetGeneralSettings()->SetRecordAudioCountdown(0);
+    settings->GetGeneralSettings()->SetRecordVideoCountdown(7);
     settings->GetFolderSettings()->SetRecoderVoiceFolder(QStringLiteral("/takes"));
+    settings->GetFolderSettings()->SetCaptureFileFolder(QStringLiteral("/clips"));
     settings->GetAudioAdvanceSettings()->SetBitrate(320);
     settings->GetAudioAdvanceSettings()->SetChannels(1);
     settings->GetAudioAdvanceSettings()->SetBitrateMode(2);
@@ -75,6 +77,7 @@ void tst_KdAppSettings::withoutAFileEverythingHasItsDefault()
 {
     QVERIFY(!m_general->isAudioRecordingCheckMult());
     QCOMPARE(m_general->GetRecordAudioCountdown(), 3);
+    QCOMPARE(m_general->GetRecordVideoCountdown(), 3);
     QCOMPARE(m_audio->GetAudioEncode(), 0x20434141U);
     QCOMPARE(m_audio->GetBitrate(), 128);
     QCOMPARE(m_audio->GetChannels(), 2);
@@ -92,7 +95,9 @@ void tst_KdAppSettings::savedValuesComeBack()
     m_store->Load();
     QVERIFY(m_general->isAudioRecordingCheckMult());
     QCOMPARE(m_general->GetRecordAudioCountdown(), 0);
+    QCOMPARE(m_general->GetRecordVideoCountdown(), 7);
     QCOMPARE(m_folders->GetRecorderVoiceFolder(), QStringLiteral("/takes"));
+    QCOMPARE(m_folders->GetCaptureFileFolder(), QStringLiteral("/clips"));
     QCOMPARE(m_audio->GetAudioEncode(), 0x20434141U);
     QCOMPARE(m_audio->GetBitrate(), 320);
     QCOMPARE(m_audio->GetChannels(), 1);
@@ -110,12 +115,18 @@ void tst_KdAppSettings::folderIsNeverEmpty()
         m_folders->SetRecoderVoiceFolder(nothing);
         QCOMPARE(m_folders->GetRecorderVoiceFolder(), standard);
     }
+    const QString standardForClips = m_folders->GetCaptureFileFolder();
+    QVERIFY(QDir::isAbsolutePath(standardForClips));
+    QVERIFY(standardForClips != standard);
+    m_folders->SetCaptureFileFolder(QStringLiteral(" "));
+    QCOMPARE(m_folders->GetCaptureFileFolder(), standardForClips);
 }
 
 void tst_KdAppSettings::defaultFolderIsNotStored()
 {
     QVERIFY(m_store->Save());
     QVERIFY(!TestFiles::read(path()).contains(m_folders->GetRecorderVoiceFolder().toUtf8()));
+    QVERIFY(!TestFiles::read(path()).contains(m_folders->GetCaptureFileFolder().toUtf8()));
 }
 
 void tst_KdAppSettings::strangeFoldersSurvive_data()
@@ -131,9 +142,11 @@ void tst_KdAppSettings::strangeFoldersSurvive()
 {
     QFETCH(QString, folder);
     m_folders->SetRecoderVoiceFolder(folder);
+    m_folders->SetCaptureFileFolder(folder + QLatin1Char('2'));
     QVERIFY(m_store->Save());
     m_store->Load();
     QCOMPARE(m_folders->GetRecorderVoiceFolder(), folder);
+    QCOMPARE(m_folders->GetCaptureFileFolder(), folder + QLatin1Char('2'));
 }
 
 void tst_KdAppSettings::loadingReturnsWhatTheFileLacksToItsDefault()
@@ -245,6 +258,8 @@ void tst_KdAppSettings::countsBeyondTheirRangeAreLimited()
     QFETCH(QByteArray, stored);
     loadGroup("General", "<RecordAudioCountdown>" + stored + "</RecordAudioCountdown>");
     QTEST(m_general->GetRecordAudioCountdown(), "countdown");
+    loadGroup("General", "<RecordVideoCountdown>" + stored + "</RecordVideoCountdown>");
+    QTEST(m_general->GetRecordVideoCountdown(), "countdown");
     loadGroup("AudioAdvance", "<Bitrate>" + stored + "</Bitrate>");
     QTEST(m_audio->GetBitrate(), "bitrate");
 }
