@@ -3,7 +3,7 @@
 #include <KdVBLModel/KdDeviceList.h>
 #include <KdVBLModel/KdElementWarmUp.h>
 #include <KdVBLModel/KdGst.h>
-#include <KdVBLModel/KdObserverList.h>
+#include <KdCore/KdObserverList.h>
 #include <KdVBLModel/KdSoundServerWatch.h>
 
 #include <KdCore/KdBaseLog.h>

@@ -1,4 +1,4 @@
-#include <KdVBLModel/KdObserverList.h>
+#include <KdCore/KdObserverList.h>
 
 #include <Support/KdTestCase.h>
 

@@ -1,9 +1,9 @@
-#include <KdVBLModel/KdObserverList.h>
+#include <KdCore/KdObserverList.h>
 
 #include <KdCore/KdBaseLog.h>
 
 void kdLogObserverException()
 {
-    KdBaseLog::write(KdBaseLog::Error, {"Host/KdVBLModel/KdObserverList", "KdObserverList::notify"},
+    KdBaseLog::write(KdBaseLog::Error, {"Host/KdCore/KdObserverList", "KdObserverList::notify"},
                      "An observer let an exception escape; it is ignored.");
 }

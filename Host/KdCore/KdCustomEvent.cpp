@@ -1,0 +1,3 @@
+#include "KdCustomEvent.h"
+
+KdCustomEvent::~KdCustomEvent() = default;
