@@ -1,8 +1,8 @@
 #include "KdAudioRecordHelper.h"
 
 #include <KdCore/KdBaseLog.h>
+#include <KdRecord/KdRecorderCallbacks.h>
 
-#include <QMetaObject>
 #include <QThread>
 
 using namespace KdVBLMODEL;
@@ -84,42 +84,42 @@ void KdAudioRecorderHelper::setAudioRecordParams(const _KdAudioRecordParams& par
 
 void KdAudioRecorderHelper::setAudioVolume(double volume)
 {
-    Format format = m_currentFormat;
+    KdDeviceAudioFormat format = m_currentFormat;
     format.volume = volume;
     sendFormat(format);
 }
 
 void KdAudioRecorderHelper::setBitRate(int bitrate)
 {
-    Format format = m_currentFormat;
+    KdDeviceAudioFormat format = m_currentFormat;
     format.bitrate = bitrate;
     sendFormat(format);
 }
 
 void KdAudioRecorderHelper::setBitsPerSample(int bits)
 {
-    Format format = m_currentFormat;
+    KdDeviceAudioFormat format = m_currentFormat;
     format.bitPerSample = bits;
     sendFormat(format);
 }
 
 void KdAudioRecorderHelper::setChannels(int channels)
 {
-    Format format = m_currentFormat;
+    KdDeviceAudioFormat format = m_currentFormat;
     format.channels = channels;
     sendFormat(format);
 }
 
 void KdAudioRecorderHelper::setFourCC(int fourcc)
 {
-    Format format = m_currentFormat;
+    KdDeviceAudioFormat format = m_currentFormat;
     format.fourcc = fourcc;
     sendFormat(format);
 }
 
 void KdAudioRecorderHelper::SetSampleRate(int samplerate)
 {
-    Format format = m_currentFormat;
+    KdDeviceAudioFormat format = m_currentFormat;
     format.samplerate = samplerate;
     sendFormat(format);
 }
@@ -178,28 +178,25 @@ void KdAudioRecorderHelper::removeEventObservers()
     if (!recorder()) {
         return;
     }
-    switchCallbacks(false);
+    KdRecorderCallbacks::switchAll(*recorder(), false);
     recorder()->removeEventObserver(this);
 }
 
 void KdAudioRecorderHelper::onCaptureDeviceCallback(int devStatus, int deviceIdx)
 {
-    KdBaseLog::write(KdBaseLog::Info,
-                     {kSourceFile, "KdAudioRecorderHelper::onCaptureDeviceCallback"},
-                     "devStatus: %d, deviceIdx: %d", devStatus, deviceIdx);
-    QMetaObject::invokeMethod(this, "slotCaptureDeviceCallback", Qt::QueuedConnection,
-                              Q_ARG(int, devStatus), Q_ARG(int, deviceIdx));
+    KdRecorderCallbacks::postDevice(this,
+                                    {kSourceFile, "KdAudioRecorderHelper::onCaptureDeviceCallback"},
+                                    devStatus, deviceIdx);
 }
 
 void KdAudioRecorderHelper::onTimeCallback(long long msec)
 {
-    QMetaObject::invokeMethod(this, "slotTimeCallback", Qt::QueuedConnection,
-                              Q_ARG(qlonglong, msec));
+    KdRecorderCallbacks::postTime(this, msec);
 }
 
 void KdAudioRecorderHelper::onVolumeCallback(int volume)
 {
-    QMetaObject::invokeMethod(this, "slotVolumeCallback", Qt::QueuedConnection, Q_ARG(int, volume));
+    KdRecorderCallbacks::postVolume(this, volume);
 }
 
 void KdAudioRecorderHelper::slotTimeCallback(qint64 msec)
@@ -230,28 +227,14 @@ void KdAudioRecorderHelper::attach()
         return;
     }
     recorder()->addEventObserver(this);
-    switchCallbacks(true);
+    KdRecorderCallbacks::switchAll(*recorder(), true);
 }
 
-void KdAudioRecorderHelper::switchCallbacks(bool on)
-{
-    recorder()->setCallbackSwitch3(on);
-    recorder()->setCallbackSwitch2(on);
-    recorder()->setCallbackSwitch1(on);
-}
-
-void KdAudioRecorderHelper::sendFormat(const Format& format)
+void KdAudioRecorderHelper::sendFormat(const KdDeviceAudioFormat& format)
 {
     if (!recorder()) {
         return;
     }
-    KdAudioFormat record;
-    record.bitrateMode = fbmVariable;
-    record.fourcc = format.fourcc;
-    record.bitrate = format.bitrate;
-    record.channels = format.channels;
-    record.bitPerSample = format.bitPerSample;
-    record.samplerate = format.samplerate;
-    record.volume = format.volume;
+    const KdAudioFormat record = format.record();
     recorder()->setAudioFormat(&record);
 }

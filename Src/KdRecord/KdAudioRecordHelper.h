@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KdRecord/KdCaptureEngine.h>
+#include <KdRecord/KdDeviceAudioFormat.h>
 #include <KdRecord/KdRecordExport.h>
 
 #include <QList>
@@ -110,26 +111,13 @@ private Q_SLOTS:
     void slotCaptureDeviceCallback(int devStatus, int deviceIdx);
 
 private:
-    /** The engine's format record without the bitrate mode, which is no part of what a device
-     * establishes. */
-    struct Format
-    {
-        qint32 fourcc = KdVBLMODEL::kFourCcAac;
-        qint32 bitrate = 128000;
-        qint32 bitPerSample = 16;
-        qint32 channels = 2;
-        qint32 samplerate = 44100;
-        double volume = -1.0;
-    };
-
     KdVBLMODEL::IKdAudioRecorder* recorder() const;
     void attach();
-    void switchCallbacks(bool on);
-    void sendFormat(const Format& format);
+    void sendFormat(const KdDeviceAudioFormat& format);
 
     KdVBLMODEL::IKdAudioRecorder* m_pRecorder = nullptr;
     QList<KdVBLMODEL::_KdCaptureDevInf> m_devices;
     KdVBLMODEL::_KdCaptureDevInf m_currentDevice;
-    Format m_currentFormat;
-    const Format m_defaultFormat;
+    KdDeviceAudioFormat m_currentFormat;
+    const KdDeviceAudioFormat m_defaultFormat;
 };
