@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 namespace {
 
 // What the contract allows an operation to take, less a little for the way there and back.
-constexpr auto kStartPatience = 250ms;
+constexpr auto kStartPatience = 250ms * KD_BUILD_SLOWDOWN;
 constexpr auto kUndoPatience = 40ms;
 constexpr auto kListPatience = 250ms;
 constexpr auto kStopPatience = 1950ms;

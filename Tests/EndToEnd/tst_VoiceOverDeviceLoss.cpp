@@ -47,7 +47,8 @@ private:
     /** Everything that the take's end on a lost device may log. */
     void allowLossInLog()
     {
-        allowLog(QStringLiteral("(?i)disconnected|lost|gone|killed|removed|no longer"));
+        allowLog(QStringLiteral("(?i)disconnected|lost|gone|killed|removed|no longer|"
+                                "no such entity"));
     }
 };
 

@@ -391,7 +391,7 @@ void tst_KdAudioRecordView::twoDialogsAtOnce()
     QCOMPARE(panel->status(), fcsRecording);
     view->raise();
     view->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(view));
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(view));
     stopTake();
     QCOMPARE(finishedPath, path);
 }
