@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QString>
 
 #include <gst/gst.h>
@@ -50,5 +51,14 @@ QString errorText(GstMessage* message);
  * @return null when there is no such element; missing then names it
  */
 GstElement* add(GstElement* pipeline, const char* factory, QString* missing);
+
+/** @return what a sink has to ask for so that toImage() can read it; the caller unrefs it. */
+GstCaps* pictureCaps();
+
+/**
+ * @return the picture in a sample of pictureCaps(); null for any other. It holds the sample's
+ * memory: whoever keeps it for long should copy it.
+ */
+QImage toImage(GstSample* sample);
 
 } // namespace StudioGst

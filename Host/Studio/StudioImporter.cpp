@@ -41,7 +41,7 @@ void StudioImporter::handleProbed(const QString& path, const StudioMediaInfo& in
     if (m_pending.contains(path)) {
         finish(m_pending.take(path), info);
     } else if (info.readable) {
-        m_pLibrary->setGood(path, info.durationMs);
+        m_pLibrary->setGood(path, info.durationMs, info.picture);
     } else if (QFileInfo::exists(path)) {
         m_pLibrary->setUnreadable(path, info.problem);
     }
@@ -54,6 +54,7 @@ void StudioImporter::finish(StudioTake take, const StudioMediaInfo& info)
         return;
     }
     take.durationMs = info.durationMs;
+    take.picture = info.picture;
     take.state = StudioTake::State::Good;
     m_pLibrary->add(take);
     Q_EMIT imported(take.path);

@@ -35,13 +35,28 @@ void describeSound(GstDiscovererInfo* found, StudioMediaInfo* info)
     gst_discoverer_stream_info_list_free(streams);
 }
 
+/** What the first moving picture is like. */
+void describePicture(GstDiscovererInfo* found, StudioMediaInfo* info)
+{
+    GList* const streams = gst_discoverer_info_get_video_streams(found);
+    for (const GList* stream = streams; stream && !info->picture.isValid(); stream = stream->next) {
+        const auto* const picture = static_cast<GstDiscovererVideoInfo*>(stream->data);
+        if (!gst_discoverer_video_info_is_image(picture)) {
+            info->picture = QSize(static_cast<int>(gst_discoverer_video_info_get_width(picture)),
+                                  static_cast<int>(gst_discoverer_video_info_get_height(picture)));
+        }
+    }
+    gst_discoverer_stream_info_list_free(streams);
+}
+
 StudioMediaInfo describe(GstDiscovererInfo* found)
 {
     StudioMediaInfo info;
     const GstClockTime duration = gst_discoverer_info_get_duration(found);
     describeSound(found, &info);
-    if (info.channels == 0) {
-        return unreadable(Texts::tr("There is no sound in it."));
+    describePicture(found, &info);
+    if (info.channels == 0 && !info.picture.isValid()) {
+        return unreadable(Texts::tr("There is neither sound nor a moving picture in it."));
     }
     if (!GST_CLOCK_TIME_IS_VALID(duration) || duration == 0) {
         return unreadable(Texts::tr("Its length is unknown."));
@@ -62,9 +77,10 @@ StudioMediaInfo discover(const QString& path)
     GstDiscovererInfo* const found = gst_discoverer_discover_uri(
         discoverer, StudioGst::fileUri(path).toLatin1().constData(), &error);
     const bool understood = found && gst_discoverer_info_get_result(found) == GST_DISCOVERER_OK;
-    StudioMediaInfo info = understood ? describe(found)
-                                      : unreadable(error ? QString::fromUtf8(error->message)
-                                                         : Texts::tr("It is not a sound file."));
+    StudioMediaInfo info = understood
+                               ? describe(found)
+                               : unreadable(error ? QString::fromUtf8(error->message)
+                                                  : Texts::tr("It is neither sound nor a clip."));
     g_clear_error(&error);
     if (found) {
         gst_discoverer_info_unref(found);

@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QPainter>
+#include <QPainterPath>
 #include <QSvgRenderer>
 
 #include <algorithm>
@@ -59,6 +60,26 @@ void waveform(QPainter& painter, const QRectF& area, const StudioPeaks& peaks, c
     pale.setAlphaF(color.alphaF() * 0.45);
     drawBars(painter, area, columns, pale, &StudioPeak::peak);
     drawBars(painter, area, columns, color, &StudioPeak::rms);
+    painter.restore();
+}
+
+void thumbnail(QPainter& painter, const QRectF& area, const QImage& picture, double radius,
+               double opacity)
+{
+    if (picture.isNull() || area.isEmpty()) {
+        return;
+    }
+    const QSizeF covering =
+        QSizeF(picture.size()).scaled(area.size(), Qt::KeepAspectRatioByExpanding);
+    QRectF target(QPointF(), covering);
+    target.moveCenter(area.center());
+    QPainterPath round;
+    round.addRoundedRect(area, radius, radius);
+    painter.save();
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.setOpacity(painter.opacity() * opacity);
+    painter.setClipPath(round, Qt::IntersectClip);
+    painter.drawImage(target, picture);
     painter.restore();
 }
 

@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QIcon>
+#include <QImage>
 #include <QRectF>
 #include <QString>
 
@@ -18,6 +19,10 @@ QColor skin(int number, double opacity = 1.0);
 
 /** Bars around the middle of area: the peaks pale, the loudness full. */
 void waveform(QPainter& painter, const QRectF& area, const StudioPeaks& peaks, const QColor& color);
+
+/** A picture that fills area, cut where its shape differs, with round corners; null: nothing. */
+void thumbnail(QPainter& painter, const QRectF& area, const QImage& picture, double radius,
+               double opacity = 1.0);
 
 /**
  * One of Studio's drawings, in the skin's colours as they are now; null for an unknown name.

@@ -3,18 +3,24 @@
 #include <KdCore/KdBaseLog.h>
 #include <Studio/StudioGst.h>
 
+#include <gst/app/gstappsink.h>
+
 #include <algorithm>
 
 namespace {
 
 /** Smooth enough for a playhead, cheap enough to look at the bus as well. */
 constexpr int kPollMs = 40;
-/** playbin's flag for sound; without the one for pictures no window can ever open. */
-constexpr int kSoundOnly = 0x2;
+/** Twice for each picture of the usual 30 a second, so that none comes more than half a picture
+ * late. */
+constexpr int kPicturePollMs = 16;
+/** playbin's flags for pictures and sound. */
+constexpr int kPictureAndSound = 0x1 | 0x2;
 
 } // namespace
 
-/** playbin with sound only. Gone means silent: its destruction ends the streaming threads. */
+/** playbin with sinks of our own, so that no window can ever open. Gone means silent: its
+ * destruction ends the streaming threads. */
 class StudioPlayer::Pipeline
 {
 public:
@@ -31,9 +37,14 @@ public:
     void seek(qint64 milliseconds);
     qint64 positionMs() const;
     StudioGst::Message nextMessage();
+    /** @return the newest picture that was not taken yet; null when there is none */
+    QImage nextPicture();
 
 private:
+    void addPictureSink();
+
     StudioGst::Pipeline m_playbin;
+    GstAppSink* m_pictures = nullptr; ///< owned by the playbin
     QString m_missing;
     qint64 m_pendingSeek = -1;
 };
@@ -48,8 +59,35 @@ StudioPlayer::Pipeline::Pipeline(const QString& sinkName, const QString& path)
         m_missing = QString::fromLatin1(m_playbin ? sinkFactory : QByteArray("playbin"));
         return;
     }
-    g_object_set(m_playbin.get(), "flags", kSoundOnly, "audio-sink", sink, "uri",
+    g_object_set(m_playbin.get(), "flags", kPictureAndSound, "audio-sink", sink, "uri",
                  StudioGst::fileUri(path).toLatin1().constData(), nullptr);
+    addPictureSink();
+}
+
+void StudioPlayer::Pipeline::addPictureSink()
+{
+    GstElement* const sink = gst_element_factory_make("appsink", nullptr);
+    if (!sink) {
+        m_missing = QStringLiteral("appsink");
+        return;
+    }
+    m_pictures = GST_APP_SINK(sink);
+    GstCaps* const caps = StudioGst::pictureCaps();
+    // One picture waits, and a newer one takes its place: who looks late must not slow the sound.
+    g_object_set(sink, "caps", caps, "max-buffers", 1U, "drop", TRUE, "emit-signals", FALSE, "sync",
+                 TRUE, nullptr);
+    gst_caps_unref(caps);
+    g_object_set(m_playbin.get(), "video-sink", sink, nullptr);
+}
+
+QImage StudioPlayer::Pipeline::nextPicture()
+{
+    // What a jump in the pause leads to; asking for the next picture would throw it away.
+    StudioGst::Sample sample(gst_app_sink_try_pull_preroll(m_pictures, 0));
+    if (!sample) {
+        sample.reset(gst_app_sink_try_pull_sample(m_pictures, 0));
+    }
+    return sample ? StudioGst::toImage(sample.get()) : QImage();
 }
 
 bool StudioPlayer::Pipeline::set(GstState state)
@@ -95,6 +133,9 @@ StudioPlayer::StudioPlayer(QObject* parent, const QString& sinkName)
     m_poll.setInterval(kPollMs);
     m_poll.setTimerType(Qt::PreciseTimer);
     connect(&m_poll, &QTimer::timeout, this, &StudioPlayer::poll);
+    m_picturePoll.setInterval(kPicturePollMs);
+    m_picturePoll.setTimerType(Qt::PreciseTimer);
+    connect(&m_picturePoll, &QTimer::timeout, this, &StudioPlayer::pollPicture);
 }
 
 StudioPlayer::~StudioPlayer() = default;
@@ -124,6 +165,7 @@ void StudioPlayer::play()
     }
     setState(State::Playing);
     m_poll.start();
+    m_picturePoll.start();
 }
 
 void StudioPlayer::pause()
@@ -137,11 +179,13 @@ void StudioPlayer::pause()
 void StudioPlayer::stop()
 {
     m_poll.stop();
+    m_picturePoll.stop();
     m_pipeline.reset();
     m_startAt = 0;
     if (m_state != State::Stopped) {
         setState(State::Stopped);
         Q_EMIT positionChanged(0);
+        Q_EMIT pictureChanged(QImage());
     }
 }
 
@@ -214,6 +258,14 @@ void StudioPlayer::poll()
     }
     if (m_pipeline) {
         Q_EMIT positionChanged(positionMs());
+    }
+}
+
+void StudioPlayer::pollPicture()
+{
+    const QImage picture = m_pipeline ? m_pipeline->nextPicture() : QImage();
+    if (!picture.isNull()) {
+        Q_EMIT pictureChanged(picture);
     }
 }
 

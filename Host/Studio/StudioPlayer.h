@@ -1,12 +1,16 @@
 #pragma once
 
+#include <QImage>
 #include <QObject>
 #include <QString>
 #include <QTimer>
 
 #include <memory>
 
-/** Plays the sound of one file at a time. GUI thread; no call blocks on the sound server. */
+/**
+ * Plays one file at a time: its sound, and its moving picture when it has one. GUI thread; no call
+ * blocks on the sound server.
+ */
 class StudioPlayer : public QObject
 {
     Q_OBJECT
@@ -47,6 +51,8 @@ Q_SIGNALS:
     /** Many times a second while playing; also after seek() and stop(). */
     void positionChanged(qint64 milliseconds);
     void mutedChanged(bool muted);
+    /** The picture that is to be seen now; null when playing ended. */
+    void pictureChanged(const QImage& picture);
     /** Playing ended because of this; one sentence. */
     void failed(const QString& text);
 
@@ -56,6 +62,7 @@ private:
     bool ensurePipeline();
     void setState(State state);
     void poll();
+    void pollPicture();
     void fail(const QString& text);
 
     QString m_sinkName;
@@ -65,4 +72,5 @@ private:
     qint64 m_startAt = 0;
     std::unique_ptr<Pipeline> m_pipeline;
     QTimer m_poll;
+    QTimer m_picturePoll;
 };

@@ -19,7 +19,7 @@ bool operator==(const StudioTake& left, const StudioTake& right)
         return std::tie(take.path, take.deviceName, take.durationMs, take.recorded, take.fileInfo,
                         take.fileExportInfo, take.state, take.problem);
     };
-    return tied(left) == tied(right);
+    return tied(left) == tied(right) && left.picture == right.picture;
 }
 
 StudioTake takeFromReport(const QString& path, const QString& fileInfo,

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QMetaType>
+#include <QSize>
 #include <QString>
 
 /** One recording in the take list. */
@@ -21,6 +22,7 @@ struct StudioTake
     QDateTime recorded; ///< UTC
     QString fileInfo;   ///< the JSON texts that came with it, as they came
     QString fileExportInfo;
+    QSize picture; ///< of the moving picture, known once it was looked into; invalid: sound alone
     State state = State::Checking;
     QString problem; ///< why it is unreadable, a sentence
 

@@ -1,8 +1,19 @@
 #include <Studio/StudioTakeAnalyser.h>
 
+#include <Studio/StudioPictureReader.h>
 #include <Studio/StudioWaveformReader.h>
 
 #include <QThread>
+
+namespace {
+
+/** Sharp in the take list and on the timeline on a screen of twice the density. */
+constexpr QSize kThumbnailBound(256, 144);
+constexpr QSize kPosterBound(1280, 720);
+/** Cameras begin dark; a third into the clip there is something to recognise. */
+constexpr int kThumbnailPart = 3;
+
+} // namespace
 
 StudioTakeAnalyser::StudioTakeAnalyser(QObject* parent) : QObject(parent)
 {
@@ -11,9 +22,19 @@ StudioTakeAnalyser::StudioTakeAnalyser(QObject* parent) : QObject(parent)
 
 StudioTakeAnalyser::~StudioTakeAnalyser()
 {
-    m_cancelled = true;
+    m_gate.cancel();
     m_pool.clear();
     m_pool.waitForDone();
+}
+
+void StudioTakeAnalyser::hold()
+{
+    m_gate.hold();
+}
+
+void StudioTakeAnalyser::release()
+{
+    m_gate.release();
 }
 
 void StudioTakeAnalyser::analyse(const QString& path)
@@ -26,20 +47,49 @@ void StudioTakeAnalyser::analyse(const QString& path)
     m_pool.start([this, path] { work(path); });
 }
 
+void StudioTakeAnalyser::readPoster(const QString& path)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    m_pool.start([this, path] {
+        const QImage poster = m_gate.pass() ? readPicture(path, 0, kPosterBound, m_gate) : QImage();
+        post([this, path, poster] { Q_EMIT posterRead(path, poster); });
+    });
+}
+
 void StudioTakeAnalyser::work(const QString& path)
 {
+    if (!m_gate.pass()) {
+        return;
+    }
     const StudioMediaInfo info = probeMedia(path);
-    QMetaObject::invokeMethod(
-        this, [this, path, info] { Q_EMIT probed(path, info); }, Qt::QueuedConnection);
-    const StudioPeaks peaks =
-        info.readable && !m_cancelled ? readWaveform(path, m_cancelled) : StudioPeaks();
-    QMetaObject::invokeMethod(
-        this,
-        [this, path, peaks, readable = info.readable] {
+    post([this, path, info] {
+        if (!info.readable) {
             m_pending.remove(path);
-            if (readable) {
-                Q_EMIT waveformRead(path, peaks);
-            }
-        },
-        Qt::QueuedConnection);
+        }
+        Q_EMIT probed(path, info);
+    });
+    if (info.readable && m_gate.pass()) {
+        workOnContent(path, info);
+    }
+}
+
+void StudioTakeAnalyser::workOnContent(const QString& path, const StudioMediaInfo& info)
+{
+    if (info.picture.isValid()) {
+        const QImage thumbnail =
+            readPicture(path, info.durationMs / kThumbnailPart, kThumbnailBound, m_gate);
+        if (!thumbnail.isNull()) {
+            post([this, path, thumbnail] { Q_EMIT thumbnailRead(path, thumbnail); });
+        }
+    }
+    const StudioPeaks peaks = info.channels > 0 ? readWaveform(path, m_gate) : StudioPeaks();
+    post([this, path, peaks] {
+        m_pending.remove(path);
+        Q_EMIT waveformRead(path, peaks);
+    });
+}
+
+void StudioTakeAnalyser::post(const std::function<void()>& report)
+{
+    QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
 }

@@ -43,22 +43,33 @@ void paintGround(QPainter* painter, const QStyleOptionViewItem& option)
     }
 }
 
-void paintThumbnail(QPainter* painter, const QRect& area, const StudioTake& take,
-                    const StudioPeaks& peaks, bool enabled)
+struct Look
 {
+    StudioPeaks peaks;
+    QImage picture;
+};
+
+void paintThumbnail(QPainter* painter, const QRect& area, const StudioTake& take, const Look& look,
+                    bool enabled)
+{
+    const double opacity = enabled ? 1.0 : 0.4;
     painter->setPen(Qt::NoPen);
     painter->setBrush(StudioPaint::skin(KdSkin::Text, 0.07));
     painter->drawRoundedRect(area, 4.0, 4.0);
     if (isBroken(take)) {
         const QRect sign(area.center().x() - 11, area.center().y() - 11, 24, 24);
         const double ratio = painter->device()->devicePixelRatioF();
-        painter->drawPixmap(
-            sign, StudioPaint::pixmap(QStringLiteral("warning"), 24,
-                                      StudioPaint::skin(KdSkin::Warn, enabled ? 1.0 : 0.4), ratio));
+        painter->drawPixmap(sign,
+                            StudioPaint::pixmap(QStringLiteral("warning"), 24,
+                                                StudioPaint::skin(KdSkin::Warn, opacity), ratio));
         return;
     }
-    StudioPaint::waveform(*painter, QRectF(area).adjusted(6, 5, -5, -5), peaks,
-                          StudioPaint::skin(KdSkin::Accent, enabled ? 1.0 : 0.4));
+    if (!look.picture.isNull()) {
+        StudioPaint::thumbnail(*painter, area, look.picture, 4.0, opacity);
+        return;
+    }
+    StudioPaint::waveform(*painter, QRectF(area).adjusted(6, 5, -5, -5), look.peaks,
+                          StudioPaint::skin(KdSkin::Accent, opacity));
 }
 
 void paintLine(QPainter* painter, const QRect& area, const QString& text, const QColor& color)
@@ -86,7 +97,8 @@ void StudioTakeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
                                const QModelIndex& index) const
 {
     const auto take = index.data(StudioTakeModel::TakeRole).value<StudioTake>();
-    const auto peaks = index.data(StudioTakeModel::PeaksRole).value<StudioPeaks>();
+    const Look look{index.data(StudioTakeModel::PeaksRole).value<StudioPeaks>(),
+                    index.data(StudioTakeModel::ThumbnailRole).value<QImage>()};
     const bool enabled = option.state & QStyle::State_Enabled;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
@@ -94,7 +106,7 @@ void StudioTakeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const QRect thumbnail(option.rect.left() + kMargin,
                           option.rect.top() + (kRowHeight - kThumbnailHeight) / 2, kThumbnailWidth,
                           kThumbnailHeight);
-    paintThumbnail(painter, thumbnail, take, peaks, enabled);
+    paintThumbnail(painter, thumbnail, take, look, enabled);
     const QRect texts(thumbnail.right() + kMargin, thumbnail.top(),
                       option.rect.right() - kMargin - thumbnail.right() - kMargin,
                       kThumbnailHeight);

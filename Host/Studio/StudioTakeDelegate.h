@@ -2,7 +2,8 @@
 
 #include <QStyledItemDelegate>
 
-/** Paints a row of the take list: a small waveform, the name, and a line about the take. */
+/** Paints a row of the take list: a small waveform or picture, the name, and a line about the take.
+ */
 class StudioTakeDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

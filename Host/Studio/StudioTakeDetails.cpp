@@ -1,6 +1,7 @@
 #include <Studio/StudioTakeDetails.h>
 
 #include <KdWidgets/KdLabel.h>
+#include <Studio/StudioPictureView.h>
 #include <Studio/StudioPlayer.h>
 #include <Studio/StudioTransport.h>
 #include <Studio/StudioWaveformView.h>
@@ -16,6 +17,7 @@ StudioTakeDetails::StudioTakeDetails(StudioPlayer* player, QWidget* parent)
     , m_pPlayer(player)
     , m_pName(new KdLabel(this))
     , m_pOrigin(new KdLabel(this))
+    , m_pPicture(new StudioPictureView(this))
     , m_pWaveform(new StudioWaveformView(this))
     , m_pTransport(new StudioTransport(player, this))
     , m_pReportCaption(new KdLabel(this))
@@ -23,6 +25,7 @@ StudioTakeDetails::StudioTakeDetails(StudioPlayer* player, QWidget* parent)
 {
     layOut();
     connect(player, &StudioPlayer::positionChanged, m_pWaveform, &StudioWaveformView::setPosition);
+    connect(player, &StudioPlayer::pictureChanged, m_pPicture, &StudioPictureView::setPicture);
     connect(m_pWaveform, &StudioWaveformView::seekRequested, player, &StudioPlayer::seek);
     StudioTakeDetails::RetranslateUi();
 }
@@ -43,6 +46,8 @@ void StudioTakeDetails::layOut()
     column->addWidget(m_pName);
     column->addWidget(m_pOrigin);
     column->addSpacing(8);
+    column->addWidget(m_pPicture, 6);
+    column->addSpacing(4);
     column->addWidget(m_pWaveform, 2);
     column->addSpacing(4);
     column->addWidget(m_pTransport);
@@ -59,6 +64,7 @@ void StudioTakeDetails::showTake(const StudioTake& take, const StudioPeaks& peak
     if (m_pPlayer->file() != playedFile) {
         m_pPlayer->setFile(playedFile);
     }
+    showPicture(playable && take.picture.isValid());
     m_pWaveform->setPeaks(peaks);
     m_pWaveform->setDuration(take.durationMs);
     m_pWaveform->setPosition(m_pPlayer->positionMs());
@@ -67,10 +73,29 @@ void StudioTakeDetails::showTake(const StudioTake& take, const StudioPeaks& peak
     RetranslateUi();
 }
 
+void StudioTakeDetails::showPicture(bool shown)
+{
+    m_pPicture->setVisible(shown);
+    m_pWaveform->setFlat(shown);
+    if (shown && m_posterPath != m_take.path) {
+        m_posterPath = m_take.path;
+        m_pPicture->setPoster(QImage());
+        Q_EMIT posterWanted(m_take.path);
+    }
+}
+
+void StudioTakeDetails::setPoster(const QString& path, const QImage& poster)
+{
+    if (path == m_posterPath) {
+        m_pPicture->setPoster(poster);
+    }
+}
+
 void StudioTakeDetails::RetranslateUi()
 {
     m_pName->setText(m_take.name());
     m_pOrigin->setText(origin());
+    m_pPicture->setAccessibleName(tr("Picture of the clip"));
     m_pWaveform->setNotice(notice());
     m_pReportCaption->setText(tr("What the recorder reported"));
     m_pReport->setPlainText(reportText());
@@ -82,6 +107,11 @@ QString StudioTakeDetails::origin() const
     QStringList parts{formatTakeLength(m_take.durationMs)};
     if (!m_take.deviceName.isEmpty()) {
         parts.append(m_take.deviceName.simplified());
+    }
+    if (m_take.picture.isValid()) {
+        parts.append(QStringLiteral("%1 \u00d7 %2")
+                         .arg(m_take.picture.width())
+                         .arg(m_take.picture.height()));
     }
     if (m_take.recorded.isValid()) {
         parts.append(QLocale().toString(m_take.recorded.toLocalTime(), QLocale::ShortFormat));

@@ -89,16 +89,21 @@ void StudioTakeLibrary::remove(const QString& path)
     save();
 }
 
-void StudioTakeLibrary::setGood(const QString& path, qint64 durationMs)
+void StudioTakeLibrary::setGood(const QString& path, qint64 durationMs, const QSize& picture)
 {
     const int row = rowOf(path);
     if (row < 0) {
         return;
     }
     const bool lengthIsNew = m_takes.at(row).durationMs != durationMs;
+    const bool pictureIsNew = m_takes.at(row).picture != picture;
+    m_takes[row].picture = picture;
     update(row, StudioTake::State::Good, QString(), durationMs);
     if (lengthIsNew) {
         save();
+    }
+    if (pictureIsNew) {
+        Q_EMIT changed(rowOf(path));
     }
 }
 

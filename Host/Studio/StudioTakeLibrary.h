@@ -37,7 +37,7 @@ public:
     /** Takes it off the list, leaving its file alone, and saves the list. */
     void remove(const QString& path);
     /** What a look into the file found. Without effect for a path that is not listed. */
-    void setGood(const QString& path, qint64 durationMs);
+    void setGood(const QString& path, qint64 durationMs, const QSize& picture = QSize());
     void setUnreadable(const QString& path, const QString& problem);
     /** Looks which files are there now; happens by itself when the folder changes. */
     void refresh();

@@ -8,6 +8,7 @@ StudioTakeModel::StudioTakeModel(StudioTakeLibrary* library, QObject* parent)
     connect(library, &StudioTakeLibrary::aboutToReset, this, [this] { beginResetModel(); });
     connect(library, &StudioTakeLibrary::reset, this, [this] {
         m_peaks.clear();
+        m_thumbnails.clear();
         endResetModel();
     });
     connect(library, &StudioTakeLibrary::aboutToInsert, this,
@@ -40,6 +41,8 @@ QVariant StudioTakeModel::data(const QModelIndex& index, int role) const
         return QVariant::fromValue(take);
     case PeaksRole:
         return QVariant::fromValue(m_peaks.value(take.path));
+    case ThumbnailRole:
+        return m_thumbnails.value(take.path);
     default:
         return {};
     }
@@ -48,9 +51,20 @@ QVariant StudioTakeModel::data(const QModelIndex& index, int role) const
 void StudioTakeModel::setPeaks(const QString& path, const StudioPeaks& peaks)
 {
     m_peaks.insert(path, peaks);
+    tell(path, PeaksRole);
+}
+
+void StudioTakeModel::setThumbnail(const QString& path, const QImage& thumbnail)
+{
+    m_thumbnails.insert(path, thumbnail);
+    tell(path, ThumbnailRole);
+}
+
+void StudioTakeModel::tell(const QString& path, int role)
+{
     const int row = m_pLibrary->rowOf(path);
     if (row >= 0) {
-        Q_EMIT dataChanged(index(row), index(row), {PeaksRole});
+        Q_EMIT dataChanged(index(row), index(row), {role});
     }
 }
 

@@ -5,10 +5,14 @@
 
 #include <QAbstractListModel>
 #include <QHash>
+#include <QImage>
 
 class StudioTakeLibrary;
 
-/** A take library's takes as rows, with the waveforms that are known so far. GUI thread. */
+/**
+ * A take library's takes as rows, with the waveforms and thumbnails that are known so
+ * far. GUI thread.
+ */
 class StudioTakeModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -17,7 +21,8 @@ public:
     enum Role : int
     {
         TakeRole = Qt::UserRole,
-        PeaksRole
+        PeaksRole,
+        ThumbnailRole ///< a QImage; null for sound alone, and while unknown
     };
 
     /** @param library must outlive the model */
@@ -29,10 +34,15 @@ public:
 
     StudioPeaks peaks(const QString& path) const { return m_peaks.value(path); }
     void setPeaks(const QString& path, const StudioPeaks& peaks);
+    QImage thumbnail(const QString& path) const { return m_thumbnails.value(path); }
+    void setThumbnail(const QString& path, const QImage& thumbnail);
 
 private:
+    void tell(const QString& path, int role);
+
     StudioTakeLibrary* m_pLibrary;
     QHash<QString, StudioPeaks> m_peaks;
+    QHash<QString, QImage> m_thumbnails;
 };
 
 /** What is wrong with a take, or where it came from and how long it is: the second line of its row.

@@ -16,8 +16,21 @@ constexpr int kRulerHeight = 28;
 constexpr int kTrackHeight = 56;
 constexpr int kLeastMarkDistance = 96;
 constexpr double kRadius = 6.0;
+constexpr double kPictureWidth = 76.0;
 /** Room behind the end, so that a growing take does not push the scale at every frame. */
 constexpr double kSpare = 1.15;
+
+/** @return the width that it takes: none where the clip is too short for it. */
+double paintFirstPicture(QPainter& painter, const QRectF& clip, const QImage& picture)
+{
+    if (picture.isNull() || clip.width() < 2 * kPictureWidth) {
+        return 0.0;
+    }
+    StudioPaint::thumbnail(
+        painter, QRectF(clip.left() + 4, clip.top() + 4, kPictureWidth, clip.height() - 8), picture,
+        kRadius - 2.0);
+    return kPictureWidth;
+}
 
 } // namespace
 
@@ -31,7 +44,7 @@ QVector<StudioClip> layOutClips(const QVector<StudioTake>& takes, double framesP
         }
         const qint64 frames =
             std::max<qint64>(1, StudioTimecode::framesFromMs(take.durationMs, framesPerSecond));
-        clips.append({take.path, take.name(), start, frames, {}});
+        clips.append({take.path, take.name(), start, frames, {}, {}});
         start += frames;
     }
     return clips;
@@ -189,12 +202,14 @@ void StudioTimeline::paintClip(QPainter& painter, const StudioClip& clip) const
     painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), kRadius, kRadius);
     painter.save();
     painter.setClipRect(area.adjusted(4, 0, -4, 0));
-    StudioPaint::waveform(painter, area.adjusted(8, 20, -6, -6), clip.peaks,
+    const double pictured = paintFirstPicture(painter, area, clip.thumbnail);
+    const QRectF rest = area.adjusted(pictured, 0, 0, 0);
+    StudioPaint::waveform(painter, rest.adjusted(8, 20, -6, -6), clip.peaks,
                           StudioPaint::skin(KdSkin::Accent));
     painter.setPen(StudioPaint::skin(KdSkin::Text));
     const QString name = painter.fontMetrics().elidedText(clip.name, Qt::ElideRight,
-                                                          static_cast<int>(area.width()) - 16);
-    painter.drawText(area.adjusted(8, 3, -8, 0), Qt::AlignTop | Qt::AlignLeft, name);
+                                                          static_cast<int>(rest.width()) - 16);
+    painter.drawText(rest.adjusted(8, 3, -8, 0), Qt::AlignTop | Qt::AlignLeft, name);
     painter.restore();
 }
 

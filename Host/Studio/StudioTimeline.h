@@ -4,6 +4,7 @@
 #include <Studio/StudioTake.h>
 #include <Studio/StudioTimecode.h>
 
+#include <QImage>
 #include <QString>
 #include <QVector>
 #include <QWidget>
@@ -16,6 +17,7 @@ struct StudioClip
     qint64 start = 0;  ///< project frame
     qint64 frames = 0; ///< at least 1
     StudioPeaks peaks;
+    QImage thumbnail; ///< null: sound alone
 };
 
 /** Lays playable takes one after another; others have no place on the timeline. */

@@ -2,6 +2,7 @@
 
 #include <KdCore/KdBaseLog.h>
 #include <Studio/StudioGst.h>
+#include <Studio/StudioWorkGate.h>
 
 #include <gst/app/gstappsink.h>
 
@@ -81,11 +82,11 @@ bool hasFailed(GstElement* pipeline)
     return StudioGst::Message(gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR)) != nullptr;
 }
 
-void pullAll(const Decoder& decoder, const std::atomic<bool>& cancelled, StudioPeakFolder* folder)
+void pullAll(const Decoder& decoder, StudioWorkGate& gate, StudioPeakFolder* folder)
 {
     GstAppSink* const sink = GST_APP_SINK(decoder.sink);
     int emptyPulls = 0;
-    while (!cancelled && emptyPulls < kMostEmptyPulls) {
+    while (emptyPulls < kMostEmptyPulls && gate.pass()) {
         const StudioGst::Sample sample(gst_app_sink_try_pull_sample(sink, kPullTimeout));
         if (sample) {
             fold(sample.get(), folder);
@@ -100,7 +101,7 @@ void pullAll(const Decoder& decoder, const std::atomic<bool>& cancelled, StudioP
 
 } // namespace
 
-StudioPeaks readWaveform(const QString& path, const std::atomic<bool>& cancelled)
+StudioPeaks readWaveform(const QString& path, StudioWorkGate& gate)
 {
     if (!StudioGst::start()) {
         return {};
@@ -114,6 +115,6 @@ StudioPeaks readWaveform(const QString& path, const std::atomic<bool>& cancelled
     }
     StudioPeakFolder folder;
     gst_element_set_state(decoder.pipeline.get(), GST_STATE_PLAYING);
-    pullAll(decoder, cancelled, &folder);
+    pullAll(decoder, gate, &folder);
     return folder.peaks();
 }

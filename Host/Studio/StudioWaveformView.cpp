@@ -13,6 +13,9 @@ namespace {
 
 constexpr qint64 kKeyStepMs = 1000;
 constexpr int kPadding = 12;
+constexpr int kFlatHeight = 56;
+constexpr int kLeastHeight = 96;
+constexpr int kMostHeight = 168;
 constexpr double kRadius = 6.0;
 
 } // namespace
@@ -22,8 +25,7 @@ StudioWaveformView::StudioWaveformView(QWidget* parent) : QWidget(parent)
     setObjectName(QStringLiteral("Studio_Waveform"));
     setAccessibleName(tr("Waveform"));
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumHeight(96);
-    setMaximumHeight(168);
+    setFlat(false);
     connect(KdSkin::KdSkinManager::instance(), &KdSkin::KdSkinManager::skinChanged, this,
             [this] { update(); });
 }
@@ -38,6 +40,12 @@ void StudioWaveformView::setNotice(const QString& text)
 {
     m_notice = text;
     update();
+}
+
+void StudioWaveformView::setFlat(bool flat)
+{
+    setMinimumHeight(flat ? kFlatHeight : kLeastHeight);
+    setMaximumHeight(flat ? kFlatHeight : kMostHeight);
 }
 
 void StudioWaveformView::setDuration(qint64 milliseconds)

@@ -17,6 +17,8 @@ public:
     /** Shown instead of a waveform while not empty: why there is none. */
     void setNotice(const QString& text);
     void setDuration(qint64 milliseconds);
+    /** Leaves room for a picture above it. */
+    void setFlat(bool flat);
     /** Clamped to the duration. */
     void setPosition(qint64 milliseconds);
     qint64 position() const { return m_position; }

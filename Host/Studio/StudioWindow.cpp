@@ -162,6 +162,15 @@ void StudioWindow::connectTakes()
                 refreshTake(m_pLibrary->rowOf(path));
                 refreshTimeline();
             });
+    connect(m_pAnalyser, &StudioTakeAnalyser::thumbnailRead, this,
+            [this](const QString& path, const QImage& thumbnail) {
+                m_pModel->setThumbnail(path, thumbnail);
+                refreshTimeline();
+            });
+    connect(m_pDetails, &StudioTakeDetails::posterWanted, m_pAnalyser,
+            &StudioTakeAnalyser::readPoster);
+    connect(m_pAnalyser, &StudioTakeAnalyser::posterRead, m_pDetails,
+            &StudioTakeDetails::setPoster);
     connect(m_pTakes, &StudioTakePane::currentRowChanged, this, &StudioWindow::showTake);
     connect(m_pTakes, &StudioTakePane::removeRequested, this, [this](int row) {
         m_pLibrary->remove(QString(m_pLibrary->takes().at(row).path));
@@ -280,6 +289,7 @@ void StudioWindow::showTimeline()
     QVector<StudioClip> clips = layOutClips(m_pLibrary->takes(), m_pTimeline->frameRate());
     for (StudioClip& clip : clips) {
         clip.peaks = m_pModel->peaks(clip.path);
+        clip.thumbnail = m_pModel->thumbnail(clip.path);
     }
     m_pTimeline->setClips(clips);
 }

@@ -1,5 +1,6 @@
 #include "Support/FileFaults.h"
 #include "Support/KdTestCase.h"
+#include "Support/TestClip.h"
 #include "Support/TestFiles.h"
 
 #include <Studio/StudioMediaProbe.h>
@@ -11,6 +12,8 @@ class tst_StudioMediaProbe : public KdTestCase
 
 private Q_SLOTS:
     void soundFileIsDescribed();
+    void clipIsDescribed_data();
+    void clipIsDescribed();
     void oddNamesAreNoObstacle_data();
     void oddNamesAreNoObstacle();
     void whatIsNoSoundFileIsUnreadable_data();
@@ -30,6 +33,26 @@ void tst_StudioMediaProbe::soundFileIsDescribed()
     QCOMPARE(info.durationMs, 1500);
     QCOMPARE(info.channels, 1);
     QCOMPARE(info.sampleRate, 24000);
+    QVERIFY(!info.picture.isValid());
+}
+
+void tst_StudioMediaProbe::clipIsDescribed_data()
+{
+    QTest::addColumn<bool>("sound");
+    QTest::newRow("with sound") << true;
+    QTest::newRow("without sound") << false;
+}
+
+void tst_StudioMediaProbe::clipIsDescribed()
+{
+    QFETCH(bool, sound);
+    const QString path = temporaryPath(QStringLiteral("a.mp4"));
+    TestClip::write(path, {{Qt::red, 1.0}}, sound);
+    const StudioMediaInfo info = probeMedia(path);
+    QVERIFY2(info.readable, qPrintable(info.problem));
+    QCOMPARE(info.picture, QSize(320, 180));
+    QCOMPARE(info.channels > 0, sound);
+    QVERIFY(info.durationMs >= 1000 && info.durationMs < 1100);
 }
 
 void tst_StudioMediaProbe::oddNamesAreNoObstacle_data()

@@ -1,4 +1,5 @@
 #include "Support/KdTestCase.h"
+#include "Support/TestClip.h"
 #include "Support/TestFiles.h"
 
 #include <Studio/StudioPlayer.h>
@@ -22,6 +23,11 @@ private Q_SLOTS:
     void missingFileIsAFailure();
     void brokenFileIsAFailure();
     void missingOutputIsAFailure();
+    void clipShowsItsPictureInStep_data();
+    void clipShowsItsPictureInStep();
+    void jumpInThePauseShowsThePictureThere();
+    void stopTakesThePictureAway();
+    void soundShowsNoPicture();
     void goingWhilePlayingIsSafe();
 
 private:
@@ -31,6 +37,19 @@ private:
         TestFiles::write(path, StudioSpeech::synthesise(seconds));
         return path;
     }
+    QString makeClip(bool sound = true) const
+    {
+        QString path = temporaryPath(QStringLiteral("clip.mp4"));
+        TestClip::write(path, {{Qt::red, 1.0}, {Qt::blue, 3.0}}, sound);
+        return path;
+    }
+    static bool isLast(const QSignalSpy& pictures, const QColor& color)
+    {
+        const QImage picture =
+            pictures.isEmpty() ? QImage() : pictures.last().at(0).value<QImage>();
+        return !picture.isNull() && TestClip::isLike(picture.pixelColor(160, 90), color);
+    }
+
     /** Plays in real time without a sound server: the test's sink waits for the clock. */
     static QString sink() { return QStringLiteral("fakeaudiosink"); }
 };
@@ -168,6 +187,65 @@ void tst_StudioPlayer::missingOutputIsAFailure()
     QCOMPARE(failed.count(), 1);
     QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("nosuchsink")));
     QVERIFY(player.state() == State::Stopped);
+}
+
+void tst_StudioPlayer::clipShowsItsPictureInStep_data()
+{
+    QTest::addColumn<bool>("sound");
+    QTest::newRow("with sound") << true;
+    QTest::newRow("without sound") << false;
+}
+
+void tst_StudioPlayer::clipShowsItsPictureInStep()
+{
+    QFETCH(bool, sound);
+    StudioPlayer player(nullptr, sink());
+    QSignalSpy pictures(&player, &StudioPlayer::pictureChanged);
+    QSignalSpy failed(&player, &StudioPlayer::failed);
+    player.setFile(makeClip(sound));
+    player.play();
+    QTRY_VERIFY(isLast(pictures, Qt::red));
+    QVERIFY2(player.positionMs() < 1500, qPrintable(QString::number(player.positionMs())));
+    QTRY_VERIFY(isLast(pictures, Qt::blue));
+    QVERIFY2(player.positionMs() >= 900, qPrintable(QString::number(player.positionMs())));
+    // Moving, and not a picture now and then.
+    QVERIFY2(pictures.count() >= 15, qPrintable(QString::number(pictures.count())));
+    QVERIFY(failed.isEmpty());
+}
+
+void tst_StudioPlayer::jumpInThePauseShowsThePictureThere()
+{
+    StudioPlayer player(nullptr, sink());
+    QSignalSpy pictures(&player, &StudioPlayer::pictureChanged);
+    player.setFile(makeClip());
+    player.play();
+    QTRY_VERIFY(isLast(pictures, Qt::red));
+    player.pause();
+    player.seek(2500);
+    QTRY_VERIFY(isLast(pictures, Qt::blue));
+    QVERIFY(player.state() == State::Paused);
+}
+
+void tst_StudioPlayer::stopTakesThePictureAway()
+{
+    StudioPlayer player(nullptr, sink());
+    QSignalSpy pictures(&player, &StudioPlayer::pictureChanged);
+    player.setFile(makeClip());
+    player.play();
+    QTRY_VERIFY(isLast(pictures, Qt::red));
+    player.stop();
+    QVERIFY(pictures.last().at(0).value<QImage>().isNull());
+}
+
+void tst_StudioPlayer::soundShowsNoPicture()
+{
+    StudioPlayer player(nullptr, sink());
+    QSignalSpy pictures(&player, &StudioPlayer::pictureChanged);
+    player.setFile(makeSound(0.5));
+    player.play();
+    QTRY_VERIFY(player.state() == State::Stopped);
+    QCOMPARE(pictures.count(), 1);
+    QVERIFY(pictures.at(0).at(0).value<QImage>().isNull());
 }
 
 void tst_StudioPlayer::goingWhilePlayingIsSafe()

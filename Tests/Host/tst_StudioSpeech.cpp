@@ -5,6 +5,7 @@
 #include <Studio/StudioPeaks.h>
 #include <Studio/StudioSpeech.h>
 #include <Studio/StudioWaveformReader.h>
+#include <Studio/StudioWorkGate.h>
 
 #include <algorithm>
 
@@ -35,7 +36,8 @@ void tst_StudioSpeech::synthesisedSoundIsLoudWithPausesAndNeverClips()
 {
     const QString path = temporaryPath(QStringLiteral("speech.wav"));
     TestFiles::write(path, StudioSpeech::synthesise(5.0));
-    const StudioPeaks peaks = readWaveform(path, std::atomic<bool>(false));
+    StudioWorkGate gate;
+    const StudioPeaks peaks = readWaveform(path, gate);
     const auto [quietest, loudest] = std::minmax_element(
         peaks.cbegin(), peaks.cend(),
         [](const StudioPeak& a, const StudioPeak& b) { return a.peak < b.peak; });

@@ -1,4 +1,5 @@
 #include "Support/KdTestCase.h"
+#include "Support/TestClip.h"
 #include "Support/TestFiles.h"
 
 #include <Studio/StudioSpeech.h>
@@ -17,7 +18,11 @@ private Q_SLOTS:
     void badFileIsOnlyProbed();
     void sameFileIsLookedIntoOnceAtATime();
     void signalsComeOnTheGuiThreadInOrder();
+    void clipHasAThumbnailAndAPoster();
+    void clipWithoutSoundHasAnEmptyWaveform();
+    void nothingIsBegunWhileHeld();
     void goingInMidWorkIsSafe();
+    void goingWhileHeldIsSafe();
 
 private:
     QString makeSound(const QString& name, double seconds) const
@@ -86,6 +91,73 @@ void tst_StudioTakeAnalyser::signalsComeOnTheGuiThreadInOrder()
     QTRY_VERIFY(!analyser.isBusy());
     QCOMPARE(order, expected);
     QVERIFY(!elsewhere);
+}
+
+void tst_StudioTakeAnalyser::clipHasAThumbnailAndAPoster()
+{
+    const QString path = temporaryPath(QStringLiteral("a.mp4"));
+    TestClip::write(path, {{Qt::black, 0.4}, {Qt::green, 2.0}}, true, QSize(640, 360));
+    StudioTakeAnalyser analyser;
+    QSignalSpy thumbnail(&analyser, &StudioTakeAnalyser::thumbnailRead);
+    QSignalSpy waveform(&analyser, &StudioTakeAnalyser::waveformRead);
+    QSignalSpy poster(&analyser, &StudioTakeAnalyser::posterRead);
+    analyser.analyse(path);
+    QTRY_COMPARE(waveform.count(), 1);
+    QVERIFY(!waveform.at(0).at(1).value<StudioPeaks>().isEmpty());
+    QCOMPARE(thumbnail.count(), 1);
+    // Not the dark beginning.
+    const auto small = thumbnail.at(0).at(1).value<QImage>();
+    QCOMPARE(small.size(), QSize(256, 144));
+    QVERIFY(TestClip::isLike(small.pixelColor(128, 72), QColor(Qt::green)));
+    analyser.readPoster(path);
+    QTRY_COMPARE(poster.count(), 1);
+    const auto large = poster.at(0).at(1).value<QImage>();
+    QCOMPARE(large.size(), QSize(640, 360));
+    QVERIFY(TestClip::isLike(large.pixelColor(320, 180), QColor(Qt::black)));
+}
+
+void tst_StudioTakeAnalyser::clipWithoutSoundHasAnEmptyWaveform()
+{
+    const QString path = temporaryPath(QStringLiteral("a.mp4"));
+    TestClip::write(path, {{Qt::red, 0.5}}, false);
+    StudioTakeAnalyser analyser;
+    QSignalSpy waveform(&analyser, &StudioTakeAnalyser::waveformRead);
+    analyser.analyse(path);
+    QTRY_COMPARE(waveform.count(), 1);
+    QVERIFY(waveform.at(0).at(1).value<StudioPeaks>().isEmpty());
+    QVERIFY(!analyser.isBusy());
+}
+
+void tst_StudioTakeAnalyser::nothingIsBegunWhileHeld()
+{
+    StudioTakeAnalyser held;
+    StudioTakeAnalyser free;
+    QSignalSpy probed(&held, &StudioTakeAnalyser::probed);
+    QSignalSpy poster(&held, &StudioTakeAnalyser::posterRead);
+    QSignalSpy elsewhere(&free, &StudioTakeAnalyser::waveformRead);
+    const QString path = makeSound(QStringLiteral("a.wav"), 0.3);
+    held.hold();
+    QVERIFY(held.isHeld());
+    held.analyse(path);
+    held.readPoster(path);
+    // What is not held has long done the same.
+    free.analyse(path);
+    QTRY_COMPARE(elsewhere.count(), 1);
+    QVERIFY(held.isBusy());
+    QVERIFY(probed.isEmpty());
+    held.release();
+    QTRY_COMPARE(poster.count(), 1);
+    QCOMPARE(probed.count(), 1);
+    QVERIFY(!held.isBusy());
+}
+
+void tst_StudioTakeAnalyser::goingWhileHeldIsSafe()
+{
+    StudioTakeAnalyser analyser;
+    analyser.hold();
+    analyser.analyse(makeSound(QStringLiteral("a.wav"), 0.3));
+    analyser.readPoster(temporaryPath(QStringLiteral("a.wav")));
+    QVERIFY(analyser.isBusy());
 }
 
 void tst_StudioTakeAnalyser::goingInMidWorkIsSafe()

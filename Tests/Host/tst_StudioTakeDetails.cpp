@@ -1,6 +1,8 @@
 #include "Support/KdTestCase.h"
+#include "Support/TestClip.h"
 #include "Support/TestFiles.h"
 
+#include <Studio/StudioPictureView.h>
 #include <Studio/StudioPlayer.h>
 #include <Studio/StudioSpeech.h>
 #include <Studio/StudioTakeDetails.h>
@@ -8,6 +10,7 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QSignalSpy>
 #include <QToolButton>
 
 class tst_StudioTakeDetails : public KdTestCase
@@ -25,6 +28,7 @@ private Q_SLOTS:
     void muteIsSeen();
     void sameTakeShownAgainGoesOnPlaying();
     void otherTakeEndsPlaying();
+    void clipShowsItsPictureAndAsksForAPosterOnce();
     void everyControlHasAnAccessibleName();
 
 private:
@@ -170,6 +174,35 @@ void tst_StudioTakeDetails::otherTakeEndsPlaying()
     details.showTake(makeTake(QStringLiteral("REC_2.wav")), {});
     QVERIFY(player.state() == StudioPlayer::State::Stopped);
     QCOMPARE(player.file(), temporaryPath(QStringLiteral("REC_2.wav")));
+}
+
+void tst_StudioTakeDetails::clipShowsItsPictureAndAsksForAPosterOnce()
+{
+    StudioPlayer player(nullptr, QStringLiteral("fakeaudiosink"));
+    StudioTakeDetails details(&player);
+    QSignalSpy wanted(&details, &StudioTakeDetails::posterWanted);
+    auto* const picture = child<StudioPictureView>(details, "Studio_Picture");
+    details.showTake(makeTake(), {});
+    QVERIFY(!picture->isVisibleTo(&details));
+    StudioTake clip = makeTake(QStringLiteral("VID_1.mp4"));
+    TestClip::write(clip.path, {{Qt::red, 2.0}});
+    clip.picture = QSize(320, 180);
+    details.showTake(clip, {});
+    details.showTake(clip, {});
+    QVERIFY(picture->isVisibleTo(&details));
+    QCOMPARE(wanted.count(), 1);
+    QVERIFY(child<QLabel>(details, "Studio_TakeOrigin")
+                ->text()
+                .contains(QStringLiteral("320 \u00d7 180")));
+    QImage poster(32, 18, QImage::Format_RGB32);
+    details.setPoster(QStringLiteral("/another.mp4"), poster);
+    QVERIFY(picture->shown().isNull());
+    details.setPoster(clip.path, poster);
+    QCOMPARE(picture->shown().size(), QSize(32, 18));
+    player.play();
+    QTRY_COMPARE(picture->shown().size(), QSize(320, 180));
+    player.stop();
+    QCOMPARE(picture->shown().size(), QSize(32, 18));
 }
 
 void tst_StudioTakeDetails::everyControlHasAnAccessibleName()

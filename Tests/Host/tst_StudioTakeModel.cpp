@@ -16,6 +16,7 @@ class tst_StudioTakeModel : public KdTestCase
 private Q_SLOTS:
     void rowsFollowTheLibrary();
     void waveformsAreKeptByPath();
+    void thumbnailIsKeptByPathAndPainted();
     void brokenTakesAreDescribed_data();
     void brokenTakesAreDescribed();
     void deviceNamesAreShownAsPlainText_data();
@@ -74,6 +75,28 @@ void tst_StudioTakeModel::waveformsAreKeptByPath()
     QCOMPARE(changed.count(), 1);
     QCOMPARE(model.index(0).data(StudioTakeModel::PeaksRole).value<StudioPeaks>().size(), 5);
     QCOMPARE(model.peaks(take.path).size(), 5);
+}
+
+void tst_StudioTakeModel::thumbnailIsKeptByPathAndPainted()
+{
+    StudioTakeLibrary library;
+    library.open(temporaryPath(QStringLiteral("takes")));
+    StudioTakeModel model(&library);
+    library.add(makeTake(QStringLiteral("a.mp4")));
+    QListView list;
+    list.setModel(&model);
+    list.setItemDelegate(new StudioTakeDelegate(&list));
+    list.resize(300, 100);
+    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+    QImage green(160, 90, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    model.setThumbnail(library.takes().at(0).path, green);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(model.index(0).data(StudioTakeModel::ThumbnailRole).value<QImage>(), green);
+    const QPoint middle = list.visualRect(model.index(0)).topLeft() + QPoint(56, 32);
+    QCOMPARE(list.viewport()->grab().toImage().pixelColor(middle), QColor(Qt::green));
+    library.open(temporaryPath(QStringLiteral("other")));
+    QVERIFY(model.thumbnail(temporaryPath(QStringLiteral("takes/a.mp4"))).isNull());
 }
 
 void tst_StudioTakeModel::brokenTakesAreDescribed_data()

@@ -1,8 +1,10 @@
 #include "Support/KdTestCase.h"
+#include "Support/TestClip.h"
 #include "Support/TestFiles.h"
 
 #include <Studio/StudioSpeech.h>
 #include <Studio/StudioWaveformReader.h>
+#include <Studio/StudioWorkGate.h>
 
 #include <algorithm>
 
@@ -16,13 +18,17 @@ private Q_SLOTS:
     void whatCannotBeDecodedHasNoWaveform_data();
     void whatCannotBeDecodedHasNoWaveform();
     void cancellingEndsTheReading();
+    void soundOfAClipIsRead();
+
+private:
+    StudioWorkGate m_gate;
 };
 
 void tst_StudioWaveformReader::pausesAndSyllablesAreSeenWhereTheyAre()
 {
     const QString path = temporaryPath(QStringLiteral("a.wav"));
     TestFiles::write(path, StudioSpeech::synthesise(9.0));
-    const StudioPeaks columns = foldPeaks(readWaveform(path, std::atomic<bool>(false)), 36);
+    const StudioPeaks columns = foldPeaks(readWaveform(path, m_gate), 36);
     QCOMPARE(columns.size(), 36);
     // Four syllables a second, every ninth one silent.
     for (int i = 0; i < columns.size(); ++i) {
@@ -35,7 +41,7 @@ void tst_StudioWaveformReader::damagedFileGivesWhatThereIs()
     const QByteArray whole = StudioSpeech::synthesise(4.0);
     const QString path = temporaryPath(QStringLiteral("a.wav"));
     TestFiles::write(path, whole.left(whole.size() / 2));
-    const StudioPeaks peaks = readWaveform(path, std::atomic<bool>(false));
+    const StudioPeaks peaks = readWaveform(path, m_gate);
     QVERIFY(!peaks.isEmpty());
     QVERIFY(std::any_of(peaks.cbegin(), peaks.cend(),
                         [](const StudioPeak& p) { return p.peak > 0.1F; }));
@@ -54,16 +60,26 @@ void tst_StudioWaveformReader::whatCannotBeDecodedHasNoWaveform()
     QFETCH(QByteArray, content);
     const QString path = temporaryPath(QStringLiteral("a.m4a"));
     TestFiles::write(path, content);
-    QVERIFY(readWaveform(path, std::atomic<bool>(false)).isEmpty());
-    QVERIFY(
-        readWaveform(temporaryPath(QStringLiteral("missing")), std::atomic<bool>(false)).isEmpty());
+    QVERIFY(readWaveform(path, m_gate).isEmpty());
+    QVERIFY(readWaveform(temporaryPath(QStringLiteral("missing")), m_gate).isEmpty());
 }
 
 void tst_StudioWaveformReader::cancellingEndsTheReading()
 {
     const QString path = temporaryPath(QStringLiteral("a.wav"));
     TestFiles::write(path, StudioSpeech::synthesise(1.0));
-    QVERIFY(readWaveform(path, std::atomic<bool>(true)).isEmpty());
+    StudioWorkGate gate;
+    gate.cancel();
+    QVERIFY(readWaveform(path, gate).isEmpty());
+}
+
+void tst_StudioWaveformReader::soundOfAClipIsRead()
+{
+    const QString path = temporaryPath(QStringLiteral("a.mp4"));
+    TestClip::write(path, {{Qt::red, 1.0}});
+    QVERIFY(!readWaveform(path, m_gate).isEmpty());
+    TestClip::write(path, {{Qt::red, 1.0}}, false);
+    QVERIFY(readWaveform(path, m_gate).isEmpty());
 }
 
 int main(int argc, char** argv)

@@ -344,20 +344,12 @@
 <context>
     <name>StudioMediaProbe</name>
     <message>
-        <source>There is no sound in it.</source>
-        <translation>Sie enthält keinen Ton.</translation>
-    </message>
-    <message>
         <source>Its length is unknown.</source>
         <translation>Ihre Länge ist unbekannt.</translation>
     </message>
     <message>
         <source>The media framework cannot look into files.</source>
         <translation>Das Medien-Framework kann keine Dateien untersuchen.</translation>
-    </message>
-    <message>
-        <source>It is not a sound file.</source>
-        <translation>Sie ist keine Tondatei.</translation>
     </message>
     <message>
         <source>There is no such file.</source>
@@ -374,6 +366,14 @@
     <message>
         <source>The media framework cannot be started.</source>
         <translation>Das Medien-Framework lässt sich nicht starten.</translation>
+    </message>
+    <message>
+        <source>There is neither sound nor a moving picture in it.</source>
+        <translation>Sie enthält weder Ton noch ein bewegtes Bild.</translation>
+    </message>
+    <message>
+        <source>It is neither sound nor a clip.</source>
+        <translation>Sie ist weder eine Tondatei noch ein Clip.</translation>
     </message>
 </context>
 <context>
@@ -474,6 +474,10 @@
     <message>
         <source>Nothing: this take was recovered after the recorder had been interrupted.</source>
         <translation>Nichts: Diese Aufnahme wurde wiederhergestellt, nachdem der Rekorder unterbrochen worden war.</translation>
+    </message>
+    <message>
+        <source>Picture of the clip</source>
+        <translation>Bild des Clips</translation>
     </message>
 </context>
 <context>

@@ -344,20 +344,12 @@
 <context>
     <name>StudioMediaProbe</name>
     <message>
-        <source>There is no sound in it.</source>
-        <translation>其中没有声音。</translation>
-    </message>
-    <message>
         <source>Its length is unknown.</source>
         <translation>长度未知。</translation>
     </message>
     <message>
         <source>The media framework cannot look into files.</source>
         <translation>媒体框架无法检查文件。</translation>
-    </message>
-    <message>
-        <source>It is not a sound file.</source>
-        <translation>它不是声音文件。</translation>
     </message>
     <message>
         <source>There is no such file.</source>
@@ -374,6 +366,14 @@
     <message>
         <source>The media framework cannot be started.</source>
         <translation>媒体框架无法启动。</translation>
+    </message>
+    <message>
+        <source>There is neither sound nor a moving picture in it.</source>
+        <translation>其中既没有声音，也没有活动画面。</translation>
+    </message>
+    <message>
+        <source>It is neither sound nor a clip.</source>
+        <translation>它既不是声音文件，也不是视频片段。</translation>
     </message>
 </context>
 <context>
@@ -473,6 +473,10 @@
     <message>
         <source>Nothing: this take was recovered after the recorder had been interrupted.</source>
         <translation>无：这段录音是在录音机中断后恢复的。</translation>
+    </message>
+    <message>
+        <source>Picture of the clip</source>
+        <translation>片段画面</translation>
     </message>
 </context>
 <context>
