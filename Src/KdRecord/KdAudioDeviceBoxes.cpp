@@ -7,38 +7,25 @@
 #include <QSignalBlocker>
 
 KdAudioDeviceBoxes::KdAudioDeviceBoxes(KdComboBox* device, KdComboBox* input)
-    : m_pDevice(device), m_pInput(input)
+    : m_pDevice(device), m_pInput(input), m_devices(device)
 {
 }
 
 int KdAudioDeviceBoxes::fill(const QList<KdVBLMODEL::_KdCaptureDevInf>& devices,
                              const QString& storedName)
 {
-    const QSignalBlocker deviceBlocker(m_pDevice);
-    const QSignalBlocker inputBlocker(m_pInput);
     // What stands for no device was never chosen: the stored name counts then.
-    const QString remembered = m_bHasDevice ? m_pDevice->currentText() : QString();
-    QStringList names;
-    for (const auto& device : devices) {
-        names.append(device.name);
-    }
-    m_pDevice->clear();
+    const QString remembered = m_devices.currentName();
+    const QStringList names = KdDeviceBox::names(devices);
+    m_devices.fill(names, KdDeviceChoice::rowToSelect(names, remembered, storedName));
+
+    const QSignalBlocker inputBlocker(m_pInput);
     m_pInput->clear();
-    m_bHasDevice = !devices.isEmpty();
-    if (m_bHasDevice) {
-        m_pDevice->addItems(names);
-        m_pDevice->setRowHidden(0, false);
-        m_pDevice->setCurrentIndex(KdDeviceChoice::rowToSelect(names, remembered, storedName));
-        if (devices.first().devType == KdVBLMODEL::kdtMicrophone) {
-            m_pInput->addItem(QString());
-        }
-    } else {
-        m_pDevice->addItem(QString());
+    if (devices.isEmpty() || devices.first().devType == KdVBLMODEL::kdtMicrophone) {
         m_pInput->addItem(QString());
-        m_pDevice->setRowHidden(0, true);
     }
     retranslate();
-    return m_bHasDevice ? currentRow() : -1;
+    return m_devices.currentRow();
 }
 
 void KdAudioDeviceBoxes::closeList()
@@ -53,7 +40,7 @@ bool KdAudioDeviceBoxes::isListOpen() const
 
 bool KdAudioDeviceBoxes::hasDevice() const
 {
-    return m_bHasDevice && !m_pDevice->isRowHidden(0);
+    return m_devices.hasDevice();
 }
 
 int KdAudioDeviceBoxes::currentRow() const
@@ -63,17 +50,16 @@ int KdAudioDeviceBoxes::currentRow() const
 
 QString KdAudioDeviceBoxes::currentName() const
 {
-    return m_pDevice->currentText();
+    return m_devices.currentText();
 }
 
 void KdAudioDeviceBoxes::retranslate()
 {
+    m_devices.retranslate();
+    const bool hasDevice = m_devices.currentRow() >= 0;
     if (m_pInput->count() > 0) {
-        m_pInput->setItemText(0, m_bHasDevice ? tr("Input Audio") : tr("No Device"));
+        m_pInput->setItemText(0, hasDevice ? tr("Input Audio") : m_devices.currentText());
     }
-    if (!m_bHasDevice) {
-        m_pDevice->setItemText(0, tr("No Device"));
-    }
-    m_pDevice->setToolTip(m_bHasDevice ? KdText::toolTip(m_pDevice->currentText())
-                                       : tr("Connect a microphone and press Refresh Device"));
+    m_pDevice->setToolTip(hasDevice ? KdText::toolTip(m_pDevice->currentText())
+                                    : tr("Connect a microphone and press Refresh Device"));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KdRecord/KdCaptureEngine.h>
+#include <KdRecord/KdDeviceBox.h>
 
 #include <QCoreApplication>
 
@@ -39,5 +40,5 @@ public:
 private:
     KdComboBox* const m_pDevice;
     KdComboBox* const m_pInput;
-    bool m_bHasDevice = false;
+    KdDeviceBox m_devices;
 };

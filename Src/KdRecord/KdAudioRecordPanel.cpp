@@ -11,7 +11,9 @@
 #include <KdRecord/KdAudioRecordHelper.h>
 #include <KdRecord/KdAudioRecordPanelUi.h>
 #include <KdRecord/KdCountCtrl.h>
-#include <KdRecord/KdRecordShortcut.h>
+#include <KdRecord/KdOverlayPlace.h>
+#include <KdRecord/KdRecordWidgets.h>
+#include <KdRecord/KdShortcutWatch.h>
 #include <KdRecord/KdTakeTime.h>
 #include <KdRecord/KdTakeWatch.h>
 #include <KdVBLModel/KdProject.h>
@@ -25,12 +27,9 @@
 #include <KdWidgets/KdText.h>
 #include <KdWidgets/KdToolButton.h>
 #include <KdZentraCore/KdConfigEngine.h>
-#include <KdZentraCore/KdUtility.h>
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
-#include <QKeyEvent>
 #include <QTimer>
 
 #include <utility>
@@ -62,7 +61,8 @@ KdAudioRecordPanel::KdAudioRecordPanel(QWidget* parent)
     , m_pUi(std::make_unique<KdAudioRecordPanelUi>(this))
     , m_pDevices(std::make_unique<KdAudioDeviceBoxes>(m_pUi->device, m_pUi->input))
     , m_notices(this)
-    , m_pKeyPressEater(new KdKeyPressEater(this))
+    , m_pShortcut(new KdShortcutWatch(this))
+    , m_pCountdownPlace(new KdOverlayPlace(m_pUi->countdown, m_pUi->startStop))
     , m_pTakeWatch(new KdTakeWatch([this] { return status(); }, this))
     , m_localTime([] { return QDateTime::currentDateTime(); })
 {
@@ -75,8 +75,7 @@ KdAudioRecordPanel::KdAudioRecordPanel(QWidget* parent)
     connectTakeControls();
     connectSettings();
     connectRecorder();
-    watchShortcut(true);
-    m_pUi->countdown->installEventFilter(this);
+    m_pShortcut->start();
 }
 
 KdAudioRecordPanel::~KdAudioRecordPanel() = default;
@@ -116,20 +115,8 @@ void KdAudioRecordPanel::connectRecorder()
     connect(m_pRecorderHelper, &Helper::sigRecordedTime, this, &Panel::slotCaptureTime);
     connect(m_pRecorderHelper, &Helper::sigRecorderVolume, this, &Panel::slotCaptureVolume);
     connect(m_pRecorderHelper, &Helper::sigDeviceStatus, this, &Panel::slotDeviceStatusChanged);
+    connect(m_pShortcut, &KdShortcutWatch::sigPressed, this, &Panel::slotSpaceShortcutActivated);
     connect(m_pTakeWatch, &KdTakeWatch::sigTakeEnded, this, &Panel::takeEndedByItself);
-}
-
-void KdAudioRecordPanel::watchShortcut(bool watch)
-{
-    for (QWidget* const window : {parentWidget(), KdUtility::gGetMainWindow()}) {
-        if (window) {
-            // Never twice, even where parent and main window are one.
-            window->removeEventFilter(this);
-            if (watch) {
-                window->installEventFilter(this);
-            }
-        }
-    }
 }
 
 KdVBLMODEL::_KdCaptureStatus KdAudioRecordPanel::status() const
@@ -168,29 +155,11 @@ void KdAudioRecordPanel::TranslateText()
 {
     m_pUi->retranslate();
     m_pUi->folder->setText(appSettings()->GetFolderSettings()->GetRecorderVoiceFolder());
-    showStartTip();
-    showPauseTip();
+    KdRecordWidgets::showStartTip(m_pUi->startStop);
+    KdRecordWidgets::showStopTip(m_pUi->stop);
+    KdRecordWidgets::showPauseTip(m_pUi->pause);
     m_pUi->pause->setProperty("WITH_SHORTCUT", true);
     m_pDevices->retranslate();
-}
-
-void KdAudioRecordPanel::showStartTip()
-{
-    const QString key = KdRecordShortcut::text();
-    KdToolButton* const start = m_pUi->startStop;
-    start->setToolTip((start->isChecked() ? tr("Stop (%1)") : tr("Start (%1)")).arg(key));
-    start->setProperty("WITH_SHORTCUT", true);
-    start->setAccessibleName(start->isChecked() ? tr("Stop") : tr("Start"));
-    m_pUi->stop->setToolTip(tr("Stop (%1)").arg(key));
-    m_pUi->stop->setProperty("WITH_SHORTCUT", true);
-    m_pUi->stop->setAccessibleName(tr("Stop"));
-}
-
-void KdAudioRecordPanel::showPauseTip()
-{
-    const QString text = m_pUi->pause->isChecked() ? tr("Resume") : tr("Pause");
-    m_pUi->pause->setToolTip(text);
-    m_pUi->pause->setAccessibleName(text);
 }
 
 // Devices
@@ -324,7 +293,7 @@ void KdAudioRecordPanel::closeEvent(QCloseEvent* event)
         m_pRecorderHelper->removeEventObservers();
         delete std::exchange(m_pRecorderHelper, nullptr);
     }
-    watchShortcut(false);
+    m_pShortcut->stop();
     m_notices.closeTakeNotices();
     KdWidget::closeEvent(event);
 }
@@ -351,39 +320,20 @@ void KdAudioRecordPanel::hideEvent(QHideEvent* event)
 void KdAudioRecordPanel::resizeEvent(QResizeEvent* event)
 {
     KdWidget::resizeEvent(event);
-    placeCountdown();
+    m_pCountdownPlace->place();
 }
 
 bool KdAudioRecordPanel::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Move && watched == m_pUi->countdown) {
-        countdownMoved();
-    } else if (event->type() == QEvent::Move && watched == parentWidget()) {
-        placeCountdown();
+    if (event->type() == QEvent::Move && watched == parentWidget()) {
+        m_pCountdownPlace->place();
     }
-    if (event->type() != QEvent::ShortcutOverride) {
-        return false;
-    }
-    const auto* const key = static_cast<QKeyEvent*>(event);
-    if (KdRecordShortcut::matches(*key, KdRecordShortcut::sequence())) {
-        event->accept();
-        if (!key->isAutoRepeat()) {
-            m_pKeyPressEater->eat(key->key());
-            // Not from inside: Qt goes on with the window, which the take's slots may destroy.
-            QMetaObject::invokeMethod(this, &KdAudioRecordPanel::slotSpaceShortcutActivated,
-                                      Qt::QueuedConnection);
-        }
-    }
-    return true;
+    return m_pShortcut->takes(event);
 }
 
 void KdAudioRecordPanel::keyPressEvent(QKeyEvent* event)
 {
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    auto* const button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
-    if (isEnter && button && isAncestorOf(button)) {
-        button->click();
-        return;
+    if (!m_pShortcut->pressedFocusedButton(event)) {
+        KdWidget::keyPressEvent(event);
     }
-    KdWidget::keyPressEvent(event);
 }

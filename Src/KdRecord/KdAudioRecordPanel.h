@@ -18,7 +18,8 @@ class KAdvanceSettings;
 class KdAudioDeviceBoxes;
 class KdAudioRecordPanelUi;
 class KdAudioRecorderHelper;
-class KdKeyPressEater;
+class KdOverlayPlace;
+class KdShortcutWatch;
 class KdTakeWatch;
 
 /**
@@ -108,19 +109,13 @@ private:
     void connectTakeControls();
     void connectSettings();
     void connectRecorder();
-    void watchShortcut(bool watch);
     void TranslateText();
-    void showStartTip();
-    void showPauseTip();
 
     void InitUI(bool closePopup);
     void enableStart();
 
     bool isTakeRunning() const;
     void toggleStart(const char* function);
-    int countdownSeconds() const;
-    void placeCountdown();
-    void countdownMoved();
     void hideCountdown();
     void refuseWithoutDevice();
     bool isFolderUsable();
@@ -152,7 +147,8 @@ private:
     std::unique_ptr<KdAudioRecordPanelUi> m_pUi;
     std::unique_ptr<KdAudioDeviceBoxes> m_pDevices;
     KdRecordNotices m_notices;
-    KdKeyPressEater* m_pKeyPressEater;
+    KdShortcutWatch* m_pShortcut;
+    KdOverlayPlace* m_pCountdownPlace;
     KdTakeWatch* m_pTakeWatch;
     QPointer<KAdvanceSettings> m_pAdvanceSettings;
 
@@ -167,6 +163,4 @@ private:
     int m_nDurationSec = 0;
     /** False while reports of a take that was re-recorded may still be on their way. */
     bool m_bTakesTime = true;
-    /** Against a window system that insists on another place. */
-    int m_nPlacingsLeft = 0;
 };

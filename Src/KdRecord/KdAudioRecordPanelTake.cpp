@@ -10,6 +10,9 @@
 #include <KdRecord/KdAudioRecordPanelUi.h>
 #include <KdRecord/KdAudioTakeParams.h>
 #include <KdRecord/KdCountCtrl.h>
+#include <KdRecord/KdCountdownBox.h>
+#include <KdRecord/KdOverlayPlace.h>
+#include <KdRecord/KdRecordWidgets.h>
 #include <KdRecord/KdTakePath.h>
 #include <KdRecord/KdTakeTime.h>
 #include <KdRecord/KdTakeWatch.h>
@@ -19,14 +22,10 @@
 #include <KdWidgets/KdToolButton.h>
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <utility>
 
 namespace {
-
-constexpr int kDefaultCountdown = 3;
-constexpr int kMostPlacings = 5;
 
 KdBaseLog::Source source(const char* function, int line = __builtin_LINE())
 {
@@ -105,7 +104,7 @@ void KdAudioRecordPanel::slotOnStartStopClicked()
 {
     KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotOnStartStopClicked"),
                      "The record button was pressed");
-    placeCountdown();
+    m_pCountdownPlace->place();
     const QPointer<KdAudioRecordPanel> self(this);
     const bool isStart = m_pUi->startStop->isChecked();
     if (isStart && !m_pDevices->hasDevice()) {
@@ -144,11 +143,10 @@ bool KdAudioRecordPanel::isFolderUsable()
 void KdAudioRecordPanel::launchCountdown()
 {
     m_pUi->time->setText(KdTakeTime::toText(0));
-    m_nPlacingsLeft = kMostPlacings;
-    m_pUi->countdown->show();
+    m_pCountdownPlace->show();
     m_pUi->stop->setChecked(false);
     m_pUi->stop->show();
-    m_pUi->countdown->SetCount(countdownSeconds());
+    m_pUi->countdown->SetCount(KdCountdownBox::seconds(*m_pUi->seconds));
     m_pUi->countdown->Start();
     Q_EMIT sigStartRecordBtnClick();
 }
@@ -177,7 +175,7 @@ void KdAudioRecordPanel::leaveTake()
 void KdAudioRecordPanel::showStartState()
 {
     const bool isChecked = m_pUi->startStop->isChecked();
-    showStartTip();
+    KdRecordWidgets::showStartTip(m_pUi->startStop);
     SetEnable(!isChecked);
     showTakeButtons(false);
     enableStart();
@@ -205,29 +203,6 @@ void KdAudioRecordPanel::showTakeButtons(bool visible)
 
 // Countdown
 
-int KdAudioRecordPanel::countdownSeconds() const
-{
-    const QString text = m_pUi->seconds->editText();
-    return text.isEmpty() ? kDefaultCountdown : m_pUi->seconds->locale().toInt(text);
-}
-
-void KdAudioRecordPanel::placeCountdown()
-{
-    const QPoint centre = m_pUi->startStop->mapToGlobal(m_pUi->startStop->rect().center());
-    m_pUi->countdown->move(centre - m_pUi->countdown->rect().center());
-}
-
-// The window system has the last word on where a new window stands, and may say it late.
-void KdAudioRecordPanel::countdownMoved()
-{
-    const QPoint centre = m_pUi->startStop->mapToGlobal(m_pUi->startStop->rect().center());
-    const QPoint offset = m_pUi->countdown->geometry().center() - centre;
-    if (offset.manhattanLength() > 2 && m_nPlacingsLeft > 0) {
-        --m_nPlacingsLeft;
-        QMetaObject::invokeMethod(this, &KdAudioRecordPanel::placeCountdown, Qt::QueuedConnection);
-    }
-}
-
 void KdAudioRecordPanel::hideCountdown()
 {
     m_pUi->countdown->hide();
@@ -249,7 +224,7 @@ void KdAudioRecordPanel::slotCountViewFinished()
                          "No recording began");
         m_strOutputFile.clear();
         m_pUi->startStop->setChecked(false);
-        showStartTip();
+        KdRecordWidgets::showStartTip(m_pUi->startStop);
         enableStart();
     }
 }
@@ -262,7 +237,7 @@ bool KdAudioRecordPanel::StartRecord(bool bReStart)
         return false;
     }
     m_pUi->pause->setChecked(false);
-    showPauseTip();
+    KdRecordWidgets::showPauseTip(m_pUi->pause);
     m_strOutputFile = freeTakePath();
     m_pRecorderHelper->setAudioRecordParams(takeParams());
     if (!m_pRecorderHelper->start()) {
@@ -285,8 +260,7 @@ bool KdAudioRecordPanel::StartRecord(bool bReStart)
 QString KdAudioRecordPanel::freeTakePath() const
 {
     const auto isTaken = [this](const QString& path) {
-        const QFileInfo file(path);
-        return path == m_strOutputFile || file.exists() || file.isSymLink();
+        return path == m_strOutputFile || KdTakePath::isThere(path);
     };
     return KdTakePath::composeFree(voiceFolder(), QStringLiteral("/REC_%1.m4a"), m_localTime(),
                                    isTaken);
@@ -305,7 +279,7 @@ void KdAudioRecordPanel::rememberChoices()
 {
     KRecordSettingData choices;
     choices.selectedAudioDeviceName = m_strTakeDevice;
-    choices.countdown = countdownSeconds();
+    choices.countdown = KdCountdownBox::seconds(*m_pUi->seconds);
     // The store always takes this one.
     choices.recordPreview = KRecordSettingParam::instance()->data().recordPreview;
     KRecordSettingParam::instance()->setData(choices);
@@ -364,7 +338,7 @@ void KdAudioRecordPanel::slotPauseContinue()
     } else {
         m_pRecorderHelper->resume();
     }
-    showPauseTip();
+    KdRecordWidgets::showPauseTip(m_pUi->pause);
     m_pUi->pause->setProperty("WITH_SHORTCUT", false);
     m_notices.showPaused(isPause);
 }

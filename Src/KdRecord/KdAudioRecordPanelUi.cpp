@@ -2,6 +2,8 @@
 
 #include <KdRecord/KAdvanceBtn.h>
 #include <KdRecord/KdCountCtrl.h>
+#include <KdRecord/KdCountdownBox.h>
+#include <KdRecord/KdRecordWidgets.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
 #include <KdWidgets/KdCheckBox.h>
 #include <KdWidgets/KdComboBox.h>
@@ -20,38 +22,15 @@
 
 namespace {
 
+using Widgets = KdRecordWidgets;
+
 constexpr QSize kStartSize(72, 72);
 constexpr QSize kCountdownSize(66, 66);
-constexpr QSize kTakeButtonSize(36, 36);
 constexpr QSize kMeterSize(116, 8);
 constexpr QSize kChoiceSize(204, 24);
 constexpr QSize kRefreshSize(24, 24);
 constexpr QSize kOkSize(62, 24);
-constexpr int kCaptionHeight = 16;
-constexpr int kTimePointSize = 20;
 constexpr int kCycleWidth = 4;
-constexpr int kMostSeconds = 9;
-
-KdToolButton* makeTakeButton(QWidget* parent, const QString& name)
-{
-    auto* const button = KdToolButton::CreateToolButton(parent, name);
-    button->setFixedSize(kTakeButtonSize);
-    button->setIconSize(kTakeButtonSize);
-    button->setProperty("round", true);
-    QSizePolicy policy = button->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    button->setSizePolicy(policy);
-    button->hide();
-    return button;
-}
-
-KdToolButton* makeStyledButton(QWidget* parent, const QString& name, const QSize& size)
-{
-    auto* const button =
-        KdToolButton::CreateToolButton(parent, name, QStringLiteral("BasicWidget/") + name);
-    button->setFixedSize(size);
-    return button;
-}
 
 KdComboBox* makeChoice(QWidget* parent, const QString& name)
 {
@@ -59,27 +38,6 @@ KdComboBox* makeChoice(QWidget* parent, const QString& name)
     choice->setObjectName(name);
     choice->setFixedSize(kChoiceSize);
     return choice;
-}
-
-KdLabel* makeCaption(QWidget* parent, QWidget* buddy = nullptr)
-{
-    auto* const caption = new KdLabel(parent);
-    caption->setCaption(true);
-    caption->setFixedHeight(kCaptionHeight);
-    caption->setBuddy(buddy);
-    return caption;
-}
-
-void setTextAndName(KdLabel* caption, QWidget* control, const QString& text)
-{
-    caption->setText(text);
-    control->setAccessibleName(text);
-}
-
-void setTipAndName(QWidget* control, const QString& text)
-{
-    control->setToolTip(text);
-    control->setAccessibleName(text);
 }
 
 } // namespace
@@ -97,28 +55,20 @@ void KdAudioRecordPanelUi::makeTakeControls()
 {
     m_pStartPlace = new QWidget(m_pPanel);
     m_pStartPlace->setFixedSize(kStartSize);
-    startStop =
-        makeStyledButton(m_pStartPlace, QStringLiteral("KAudioCapture_RecorderButton"), kStartSize);
+    startStop = Widgets::makeStyledButton(
+        m_pStartPlace, QStringLiteral("KAudioCapture_RecorderButton"), kStartSize);
     startStop->setCheckable(true);
-    stop = makeStyledButton(m_pStartPlace, QStringLiteral("KAudioCapture_pButtonStop"), kStartSize);
+    stop = Widgets::makeStyledButton(m_pStartPlace, QStringLiteral("KAudioCapture_pButtonStop"),
+                                     kStartSize);
     stop->setCheckable(true);
     stop->hide();
 
-    reRecord = makeTakeButton(m_pPanel, QStringLiteral("KAudioCapture_ButtonReRecord"));
-    reRecord->setIconFiles(KdToolButton::svgIconSet(QStringLiteral("icon36_reset")));
-    pause = makeTakeButton(m_pPanel, QStringLiteral("KAudioCapture_ButtonPause"));
-    pause->setCheckable(true);
-    pause->setIconFiles(KdToolButton::svgIconSet(QStringLiteral("icon36_player_pause")),
-                        KdToolButton::svgIconSet(QStringLiteral("icon36_player_continue")));
+    reRecord =
+        Widgets::makeReRecordButton(m_pPanel, QStringLiteral("KAudioCapture_ButtonReRecord"));
+    pause = Widgets::makePauseButton(m_pPanel, QStringLiteral("KAudioCapture_ButtonPause"));
 
-    time = new KdLabel(m_pPanel);
-    time->setObjectName(QStringLiteral("KAudioCapture_TimeLabel"));
-    QFont figures = time->font();
-    figures.setPointSize(kTimePointSize);
-    time->setFont(figures);
-    // As much to the right as the blank takes on the left: the figures stand in the middle.
-    time->setContentsMargins(0, 0, QFontMetrics(figures).horizontalAdvance(QLatin1Char(' ')), 0);
-    m_pTimeCaption = makeCaption(m_pPanel);
+    time = Widgets::makeTimeLabel(m_pPanel, QStringLiteral("KAudioCapture_TimeLabel"));
+    m_pTimeCaption = Widgets::makeCaption(m_pPanel);
     meter = new KdAudioVolumeWidget(m_pPanel);
     meter->setObjectName(QStringLiteral("KAudioCapture_VolumeMeter"));
     meter->setFixedSize(kMeterSize);
@@ -134,8 +84,8 @@ void KdAudioRecordPanelUi::makeTakeControls()
 void KdAudioRecordPanelUi::makeSettings()
 {
     device = makeChoice(m_pPanel, QStringLiteral("KAudioCapture_DeviceBox"));
-    refresh =
-        makeStyledButton(m_pPanel, QStringLiteral("KAudioCapture_ButtonRefresh"), kRefreshSize);
+    refresh = Widgets::makeStyledButton(m_pPanel, QStringLiteral("KAudioCapture_ButtonRefresh"),
+                                        kRefreshSize);
     input = makeChoice(m_pPanel, QStringLiteral("KAudioCapture_InputBox"));
     advance = new KAdvanceBtn(m_pPanel);
     advance->setObjectName(QStringLiteral("KAudioCapture_ButtonAdvance"));
@@ -145,10 +95,8 @@ void KdAudioRecordPanelUi::makeSettings()
     folder->setFixedSize(kChoiceSize);
     folder->setBrowseButtonVisible(true);
 
-    seconds = new KdDoubleSpinBox(m_pPanel);
+    seconds = KdCountdownBox::create(m_pPanel);
     seconds->setObjectName(QStringLiteral("KAudioCapture_CountdownBox"));
-    seconds->setDecimals(0);
-    seconds->setRange(0, kMostSeconds);
     seconds->setFixedSize(kChoiceSize);
 
     mute = new KdCheckBox(m_pPanel);
@@ -159,11 +107,11 @@ void KdAudioRecordPanelUi::makeSettings()
     ok->setAutoDefault(false);
     ok->setMinimumSize(kOkSize);
 
-    m_pDeviceCaption = makeCaption(m_pPanel, device);
-    m_pInputCaption = makeCaption(m_pPanel, input);
-    m_pFolderCaption = makeCaption(m_pPanel, folder);
-    m_pSecondsCaption = makeCaption(m_pPanel, seconds);
-    m_pSecondsUnit = makeCaption(m_pPanel);
+    m_pDeviceCaption = Widgets::makeCaption(m_pPanel, device);
+    m_pInputCaption = Widgets::makeCaption(m_pPanel, input);
+    m_pFolderCaption = Widgets::makeCaption(m_pPanel, folder);
+    m_pSecondsCaption = Widgets::makeCaption(m_pPanel, seconds);
+    m_pSecondsUnit = Widgets::makeCaption(m_pPanel);
     // In line with the text of the button above it.
     m_pSecondsUnit->setContentsMargins(6, 0, 0, 0);
 }
@@ -266,16 +214,16 @@ void KdAudioRecordPanelUi::retranslate()
     m_pTimeCaption->setText(tr("Record Time"));
     time->setAccessibleDescription(tr("Record Time"));
     meter->setAccessibleName(tr("Input level"));
-    setTextAndName(m_pDeviceCaption, device, tr("Audio Device"));
-    setTextAndName(m_pInputCaption, input, tr("Input"));
-    setTextAndName(m_pFolderCaption, folder->lineEdit(), tr("Save to"));
-    setTextAndName(m_pSecondsCaption, seconds, tr("Count Down"));
+    Widgets::setTextAndName(m_pDeviceCaption, device, tr("Audio Device"));
+    Widgets::setTextAndName(m_pInputCaption, input, tr("Input"));
+    Widgets::setTextAndName(m_pFolderCaption, folder->lineEdit(), tr("Save to"));
+    Widgets::setTextAndName(m_pSecondsCaption, seconds, tr("Count Down"));
     m_pSecondsUnit->setText(tr("sec"));
     mute->setText(tr("Mute Project"));
     ok->setText(tr("OK"));
     advance->setText(tr("Advanced"));
-    setTipAndName(refresh, tr("Refresh Device"));
-    setTipAndName(reRecord, tr("Re-record"));
+    Widgets::setTipAndName(refresh, tr("Refresh Device"));
+    Widgets::setTipAndName(reRecord, tr("Re-record"));
 }
 
 void KdAudioRecordPanelUi::setSettingsEnabled(bool enable)

@@ -10,7 +10,9 @@
 #include <KdWidgets/KdTipWidget.h>
 #include <KdWidgets/KdToast.h>
 
+#include <QApplication>
 #include <QFileInfo>
+#include <QKeyEvent>
 
 namespace {
 
@@ -26,6 +28,19 @@ QString shownName(const QString& name)
     return line.size() > kLongestShownName ? line.left(kLongestShownName) + QChar(0x2026) : line;
 }
 
+/** An open list would lie over the message and have the keyboard. */
+void closePopup(const QWidget* panel)
+{
+    QWidget* const popup = QApplication::activePopupWidget();
+    for (const QWidget* widget = popup; widget; widget = widget->parentWidget()) {
+        if (widget == panel) {
+            QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+            QApplication::sendEvent(popup, &escape);
+            return;
+        }
+    }
+}
+
 } // namespace
 
 /** Counts an open message; the panel, and the count with it, may go meanwhile. */
@@ -36,6 +51,7 @@ public:
         : m_panel(notices.m_pPanel), m_openMessages(notices.m_nOpenMessages)
     {
         ++m_openMessages;
+        closePopup(m_panel);
     }
 
     ~MessageScope()
@@ -94,13 +110,34 @@ void KdRecordNotices::tellNotSaved(const QString& path)
 
 void KdRecordNotices::tellDeviceLost(const QString& name)
 {
-    inform(tr("Audio device %1 connection lost.").arg(shownName(name)));
+    tellDevicesLost(std::nullopt, name);
 }
 
 void KdRecordNotices::tellDiskFull()
 {
     inform(tr("The recording has ended because the disk is full. What was recorded until then has "
               "been saved."));
+}
+
+void KdRecordNotices::tellDevicesLost(const std::optional<QString>& camera,
+                                      const std::optional<QString>& microphone)
+{
+    QStringList lines;
+    if (camera) {
+        lines.append(tr("The Camera %1 is lost.").arg(shownName(*camera)));
+    }
+    if (microphone) {
+        lines.append(tr("Audio device %1 connection lost.").arg(shownName(*microphone)));
+    }
+    if (!lines.isEmpty()) {
+        inform(lines.join(QLatin1Char('\n')));
+    }
+}
+
+void KdRecordNotices::tellWebcamOccupied()
+{
+    inform(tr("Webcam is being used by another application, please close other application and "
+              "try again."));
 }
 
 void KdRecordNotices::showPaused(bool isPaused)

@@ -5,15 +5,17 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 class KdPopovers;
 class KdToast;
 class QWidget;
 
 /**
- * What a recording panel has to say to its user: messages, questions, toasts and tips. It belongs
- * to the panel and goes with it, also from inside a message: these run nested event loops, and
- * whoever calls one must look whether the panel still exists. GUI thread.
+ * What a recording panel has to say to its user: messages, questions, toasts and tips. An open list
+ * of the panel is closed before a message. It belongs to the panel and goes with it, also from
+ * inside a message: these run nested event loops, and whoever calls one must look whether the panel
+ * still exists. GUI thread.
  */
 class KdRecordNotices
 {
@@ -34,6 +36,10 @@ public:
     void tellNotSaved(const QString& path);
     /** @param name as the device calls itself; line breaks and an absurd length are left out. */
     void tellDeviceLost(const QString& name);
+    /** One message for all that was lost at once; none when nothing was. Names as above. */
+    void tellDevicesLost(const std::optional<QString>& camera,
+                         const std::optional<QString>& microphone);
+    void tellWebcamOccupied();
 
     /** The take has ended by itself, and its file was kept. */
     void tellDiskFull();

@@ -1,6 +1,7 @@
 #include <KdRecord/KdTakePath.h>
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStringList>
 
 namespace {
@@ -9,6 +10,12 @@ namespace {
 constexpr int kSecondsToTry = 60 * 60;
 
 } // namespace
+
+bool KdTakePath::isThere(const QString& path)
+{
+    const QFileInfo file(path);
+    return file.exists() || file.isSymLink();
+}
 
 QString KdTakePath::compose(const QString& folder, const QString& pattern, const QDateTime& time)
 {

@@ -5,11 +5,14 @@
 
 #include <functional>
 
-/** Composes where a take goes. Functions of values; any thread. */
+/** Composes where a take goes. Any thread. */
 namespace KdTakePath {
 
 /** @return whether a path must not be used. */
 using IsTaken = std::function<bool(const QString& path)>;
+
+/** @return whether there is anything under that name, be it a link that leads nowhere. */
+bool isThere(const QString& path);
 
 /**
  * @param folder any form of separators, with or without one at the end

@@ -3,6 +3,7 @@
 #include <Support/WindowAnswers.h>
 
 #include <KdRecord/KdRecordNotices.h>
+#include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdTipWidget.h>
 #include <KdWidgets/KdToast.h>
 
@@ -47,6 +48,10 @@ private Q_SLOTS:
     void messagesHaveTheirTexts();
     void lostDeviceIsNamedAsPlainText_data();
     void lostDeviceIsNamedAsPlainText();
+    void devicesLostAtOnceAreOneMessage_data();
+    void devicesLostAtOnceAreOneMessage();
+    void openListIsClosedBeforeAMessage();
+    void listOfSomeoneElseStaysOpen();
     void lostTakeIsExplainedByItsFolder();
     void isAskingWhileAMessageIsOpen();
     void isAskingWhileSomethingModalRuns();
@@ -72,6 +77,9 @@ void tst_KdRecordNotices::messagesHaveTheirTexts_data()
     QTest::newRow("too short") << Tell(&KdRecordNotices::tellTooShort)
                                << QStringLiteral(
                                       "The recording is too short. Data cannot be saved.");
+    QTest::newRow("occupied") << Tell(&KdRecordNotices::tellWebcamOccupied)
+                              << QStringLiteral("Webcam is being used by another application, "
+                                                "please close other application and try again.");
 }
 
 void tst_KdRecordNotices::messagesHaveTheirTexts()
@@ -114,6 +122,71 @@ void tst_KdRecordNotices::lostDeviceIsNamedAsPlainText()
     panel.notices.tellDeviceLost(name);
     QCOMPARE(answers.messages(), QStringList{QStringLiteral("Audio device ") + shown +
                                              QStringLiteral(" connection lost.")});
+}
+
+void tst_KdRecordNotices::devicesLostAtOnceAreOneMessage_data()
+{
+    QTest::addColumn<bool>("isCameraLost");
+    QTest::addColumn<bool>("isMicrophoneLost");
+    QTest::addColumn<QStringList>("messages");
+    const QString camera = QStringLiteral("The Camera Cam %1 is lost.");
+    const QString microphone = QStringLiteral("Audio device Mic connection lost.");
+    QTest::newRow("camera") << true << false << QStringList{camera};
+    QTest::newRow("microphone") << false << true << QStringList{microphone};
+    QTest::newRow("both") << true << true << QStringList{camera + QLatin1Char('\n') + microphone};
+    QTest::newRow("none") << false << false << QStringList();
+}
+
+void tst_KdRecordNotices::devicesLostAtOnceAreOneMessage()
+{
+    QFETCH(bool, isCameraLost);
+    QFETCH(bool, isMicrophoneLost);
+    QFETCH(QStringList, messages);
+    Panel panel;
+    WindowAnswers answers;
+    if (!messages.isEmpty()) {
+        answers.answerMessage(QDialogButtonBox::Ok);
+    }
+    panel.notices.tellDevicesLost(
+        isCameraLost ? std::optional<QString>(QStringLiteral("Cam %1")) : std::nullopt,
+        isMicrophoneLost ? std::optional<QString>(QStringLiteral("Mic")) : std::nullopt);
+    QCOMPARE(answers.messages(), messages);
+}
+
+void tst_KdRecordNotices::openListIsClosedBeforeAMessage()
+{
+    Panel panel;
+    auto* const list = new KdComboBox(&panel);
+    list->addItems({QStringLiteral("A"), QStringLiteral("B")});
+    panel.show();
+    QVERIFY(QTest::qWaitForWindowActive(&panel));
+    list->showPopup();
+    QVERIFY(list->isPopupVisible());
+    WindowAnswers answers;
+    bool wasOpen = true;
+    answers.handle(QStringLiteral("KOldMessageDialog"), [&](QWidget& box) {
+        wasOpen = list->isPopupVisible();
+        box.close();
+    });
+    panel.notices.tellNoDevice();
+    QVERIFY(!wasOpen);
+    QCOMPARE(list->currentIndex(), 0);
+}
+
+void tst_KdRecordNotices::listOfSomeoneElseStaysOpen()
+{
+    Panel panel;
+    panel.show();
+    KdComboBox other;
+    other.addItem(QStringLiteral("A"));
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    other.showPopup();
+    QVERIFY(other.isPopupVisible());
+    panel.notices.runModal([&other] {
+        [&other] { QVERIFY(other.isPopupVisible()); }();
+        return 0;
+    });
 }
 
 void tst_KdRecordNotices::lostTakeIsExplainedByItsFolder()

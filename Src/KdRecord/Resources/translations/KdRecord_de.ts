@@ -112,39 +112,8 @@
         <translation>Audioeingang</translation>
     </message>
     <message>
-        <source>No Device</source>
-        <translation>Kein Gerät</translation>
-    </message>
-    <message>
         <source>Connect a microphone and press Refresh Device</source>
         <translation>Schließen Sie ein Mikrofon an und drücken Sie „Geräte aktualisieren“</translation>
-    </message>
-</context>
-<context>
-    <name>KdAudioRecordPanel</name>
-    <message>
-        <source>Stop (%1)</source>
-        <translation>Stopp (%1)</translation>
-    </message>
-    <message>
-        <source>Start (%1)</source>
-        <translation>Start (%1)</translation>
-    </message>
-    <message>
-        <source>Stop</source>
-        <translation>Stopp</translation>
-    </message>
-    <message>
-        <source>Start</source>
-        <translation>Start</translation>
-    </message>
-    <message>
-        <source>Resume</source>
-        <translation>Fortsetzen</translation>
-    </message>
-    <message>
-        <source>Pause</source>
-        <translation>Pause</translation>
     </message>
 </context>
 <context>
@@ -233,6 +202,13 @@
     </message>
 </context>
 <context>
+    <name>KdDeviceBox</name>
+    <message>
+        <source>No Device</source>
+        <translation>Kein Gerät</translation>
+    </message>
+</context>
+<context>
     <name>KdMinimumTake</name>
     <message>
         <source>The recording is too short. Data cannot be saved.</source>
@@ -294,6 +270,41 @@
     <message>
         <source>The recording has ended because the disk is full. What was recorded until then has been saved.</source>
         <translation>Die Aufnahme wurde beendet, weil der Datenträger voll ist. Was bis dahin aufgenommen war, ist gespeichert.</translation>
+    </message>
+    <message>
+        <source>The Camera %1 is lost.</source>
+        <translation>Die Kamera %1 ist nicht mehr verfügbar.</translation>
+    </message>
+    <message>
+        <source>Webcam is being used by another application, please close other application and try again.</source>
+        <translation>Die Webcam wird von einem anderen Programm verwendet. Schließen Sie es und versuchen Sie es erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>KdRecordWidgets</name>
+    <message>
+        <source>Stop (%1)</source>
+        <translation>Stopp (%1)</translation>
+    </message>
+    <message>
+        <source>Start (%1)</source>
+        <translation>Start (%1)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stopp</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
     </message>
 </context>
 <context>

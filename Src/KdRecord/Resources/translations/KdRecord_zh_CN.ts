@@ -112,39 +112,8 @@
         <translation>音频输入</translation>
     </message>
     <message>
-        <source>No Device</source>
-        <translation>没有设备</translation>
-    </message>
-    <message>
         <source>Connect a microphone and press Refresh Device</source>
         <translation>请连接麦克风并点击“刷新设备”</translation>
-    </message>
-</context>
-<context>
-    <name>KdAudioRecordPanel</name>
-    <message>
-        <source>Stop (%1)</source>
-        <translation>停止 (%1)</translation>
-    </message>
-    <message>
-        <source>Start (%1)</source>
-        <translation>开始 (%1)</translation>
-    </message>
-    <message>
-        <source>Stop</source>
-        <translation>停止</translation>
-    </message>
-    <message>
-        <source>Start</source>
-        <translation>开始</translation>
-    </message>
-    <message>
-        <source>Resume</source>
-        <translation>继续</translation>
-    </message>
-    <message>
-        <source>Pause</source>
-        <translation>暂停</translation>
     </message>
 </context>
 <context>
@@ -233,6 +202,13 @@
     </message>
 </context>
 <context>
+    <name>KdDeviceBox</name>
+    <message>
+        <source>No Device</source>
+        <translation>没有设备</translation>
+    </message>
+</context>
+<context>
     <name>KdMinimumTake</name>
     <message>
         <source>The recording is too short. Data cannot be saved.</source>
@@ -294,6 +270,41 @@
     <message>
         <source>The recording has ended because the disk is full. What was recorded until then has been saved.</source>
         <translation>磁盘已满，录制已结束。此前录制的内容已保存。</translation>
+    </message>
+    <message>
+        <source>The Camera %1 is lost.</source>
+        <translation>摄像头 %1 已断开。</translation>
+    </message>
+    <message>
+        <source>Webcam is being used by another application, please close other application and try again.</source>
+        <translation>摄像头正被其他应用程序占用，请关闭该应用程序后重试。</translation>
+    </message>
+</context>
+<context>
+    <name>KdRecordWidgets</name>
+    <message>
+        <source>Stop (%1)</source>
+        <translation>停止 (%1)</translation>
+    </message>
+    <message>
+        <source>Start (%1)</source>
+        <translation>开始 (%1)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>开始</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>暂停</translation>
     </message>
 </context>
 <context>
