@@ -1,10 +1,9 @@
 #include <KdVBLModel/KdAudioEngine.h>
 
+#include <KdVBLModel/KdLevelScale.h>
 #include <KdVBLModel/KdMonotonicTime.h>
 
 #include <KdCore/KdBaseLog.h>
-
-#include <algorithm>
 
 using namespace KdVBLMODEL;
 using namespace std::chrono_literals;
@@ -14,7 +13,6 @@ namespace {
 // What the contract allows an operation to take, less a little for the way there and back.
 constexpr auto kStartPatience = 250ms * KD_BUILD_SLOWDOWN;
 constexpr auto kUndoPatience = 40ms;
-constexpr auto kListPatience = 250ms;
 constexpr auto kStopPatience = 1950ms;
 constexpr auto kShutDownPatience = 2000ms;
 constexpr auto kCheckInterval = 250ms;
@@ -33,11 +31,20 @@ std::shared_ptr<KdAudioEngine> KdAudioEngine::create()
 {
     std::shared_ptr<KdAudioEngine> engine(new KdAudioEngine);
     KdDeviceRegistry::instance().addListener(engine.get());
-    KdDeviceRegistry::instance().start();
+    KdDeviceRegistry::instance().start(kdtMicrophone);
     return engine;
 }
 
-KdAudioEngine::KdAudioEngine() : m_worker([this] { check(); }, kCheckInterval) {}
+KdAudioEngine::KdAudioEngine()
+    : m_input(
+          {[this](GstBuffer* buffer, const KdCaptureDevice& from) { onSamples(buffer, from); },
+           [this](double decibel) { m_callbacks.postLevel(KdLevelScale::fromDecibel(decibel)); },
+           [this](int number) {
+               post([number](KdAudioEngine& engine) { engine.captureFailed(number); });
+           }})
+    , m_worker([this] { check(); }, kCheckInterval)
+{
+}
 
 KdAudioEngine::~KdAudioEngine() = default;
 
@@ -132,20 +139,14 @@ _KdCaptureStatus KdAudioEngine::status() const
 
 QVector<KdCaptureDevice> KdAudioEngine::listDevices()
 {
-    KdDeviceRegistry& registry = KdDeviceRegistry::instance();
-    const bool isComplete = registry.waitUntilListed(kListPatience);
-    const QVector<KdCaptureDevice> devices = registry.devices(kdtMicrophone);
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_listed = devices;
-    m_isListIncomplete = !isComplete;
-    return devices;
+    return m_listed.list();
 }
 
 void KdAudioEngine::setDevice(int index)
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_settings.device = m_listed.value(index);
+        m_settings.device = m_listed.at(index);
     }
     post([](KdAudioEngine& engine) { engine.updateCapture(); });
 }
@@ -199,11 +200,9 @@ void KdAudioEngine::onDeviceRemoved(const KdCaptureDevice& device)
     post([device](KdAudioEngine& engine) { engine.deviceWent(device); });
 }
 
-void KdAudioEngine::onDevicesListed()
+void KdAudioEngine::onDevicesListed(_KdDevType kind)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_isListIncomplete) {
-        m_isListIncomplete = false;
+    if (kind == kdtMicrophone && m_listed.complete()) {
         m_callbacks.postDevice(fcdAudioInputAdded, -1);
     }
 }
@@ -218,14 +217,6 @@ KdAudioEngine::RunningTake KdAudioEngine::running() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     return m_running;
-}
-
-int KdAudioEngine::listedIndex(const KdCaptureDevice& device) const
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const auto listed = std::find_if(m_listed.begin(), m_listed.end(),
-                                     [&](const auto& other) { return other.isSameAs(device); });
-    return listed == m_listed.end() ? -1 : static_cast<int>(listed - m_listed.begin());
 }
 
 void KdAudioEngine::post(std::function<void(KdAudioEngine&)> task)

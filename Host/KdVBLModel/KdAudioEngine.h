@@ -1,10 +1,11 @@
 #pragma once
 
-#include <KdVBLModel/KdAudioCapture.h>
 #include <KdVBLModel/KdAudioTake.h>
 #include <KdVBLModel/KdCallbackPump.h>
 #include <KdVBLModel/KdDeviceRegistry.h>
+#include <KdVBLModel/KdListedDevices.h>
 #include <KdVBLModel/KdSerialThread.h>
+#include <KdVBLModel/KdSoundInput.h>
 
 #include <QVector>
 
@@ -51,7 +52,7 @@ public:
     // IKdDeviceListener, on the registry's thread
     void onDeviceAdded(const KdCaptureDevice& device) override;
     void onDeviceRemoved(const KdCaptureDevice& device) override;
-    void onDevicesListed() override;
+    void onDevicesListed(KdVBLMODEL::_KdDevType kind) override;
 
 private:
     struct Settings
@@ -74,7 +75,6 @@ private:
 
     Settings settings() const;
     RunningTake running() const;
-    int listedIndex(const KdCaptureDevice& device) const;
     void post(std::function<void(KdAudioEngine&)> task);
     /** Makes next the running take, and what ran before take nothing more. */
     RunningTake exchangeTake(const RunningTake& next);
@@ -88,7 +88,6 @@ private:
     void concludeTake(const std::shared_ptr<KdAudioTake>& take,
                       KdVBLMODEL::_KdCaptureStatus status);
     bool openCapture(const Settings& wanted);
-    std::unique_ptr<KdAudioCapture> createCapture(const KdCaptureDevice& device);
     void closeCapture();
     void updateCapture();
     void captureFailed(int captureNumber);
@@ -101,18 +100,14 @@ private:
     void onSamples(GstBuffer* buffer, const KdCaptureDevice& from);
 
     KdCallbackPump m_callbacks;
+    KdListedDevices m_listed{KdVBLMODEL::kdtMicrophone};
 
     mutable std::mutex m_mutex; ///< guards what follows; never held while anything may block
     Settings m_settings;
-    QVector<KdCaptureDevice> m_listed; ///< what indices mean
-    bool m_isListIncomplete = false;
     KdVBLMODEL::_KdCaptureStatus m_status = KdVBLMODEL::fcsNoStart;
     RunningTake m_running;
     QString m_lastFile;
 
-    // The worker's alone.
-    std::unique_ptr<KdAudioCapture> m_capture;
-    int m_captureNumber = 0; ///< tells a failure of this input from a late one of the last
-
+    KdSoundInput m_input; ///< the worker's alone
     KdSerialThread m_worker;
 };

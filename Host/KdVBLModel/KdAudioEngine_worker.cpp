@@ -1,6 +1,5 @@
 #include <KdVBLModel/KdAudioEngine.h>
 
-#include <KdVBLModel/KdLevelScale.h>
 #include <KdVBLModel/KdMonotonicTime.h>
 
 #include <KdCore/KdBaseLog.h>
@@ -18,13 +17,6 @@ constexpr auto kFirstSoundPatience = 150ms;
 KdBaseLog::Source here(const char* function, int line = __builtin_LINE())
 {
     return {"Host/KdVBLModel/KdAudioEngine", function, line};
-}
-
-bool isPresent(const KdCaptureDevice& device)
-{
-    const auto devices = KdDeviceRegistry::instance().devices(device.kind);
-    return std::any_of(devices.begin(), devices.end(),
-                       [&device](const auto& other) { return other.isSameAs(device); });
 }
 
 } // namespace
@@ -96,7 +88,7 @@ KdAudioEngine::RunningTake KdAudioEngine::exchangeTake(const RunningTake& next)
 
 bool KdAudioEngine::hearsInput(KdAudioTake& take) const
 {
-    return take.waitForSound(kFirstSoundPatience) || !m_capture->hasFailed();
+    return take.waitForSound(kFirstSoundPatience) || !m_input.hasFailed();
 }
 
 /** The file is finished at once; the recorder keeps the status until it is told to stop. */
@@ -114,42 +106,18 @@ void KdAudioEngine::concludeTake(const std::shared_ptr<KdAudioTake>& take, _KdCa
 
 bool KdAudioEngine::openCapture(const Settings& wanted)
 {
-    const bool isOpen =
-        m_capture && m_capture->device().isSameAs(wanted.device) && !m_capture->hasFailed();
+    const bool isOpen = m_input.open(wanted.device, wanted.format.volume, wanted.intervalMs);
+    m_worker.setTicking(isOpen);
     if (!isOpen) {
-        closeCapture();
-        m_capture = createCapture(wanted.device);
+        m_callbacks.postLevel(0);
     }
-    m_capture->chain().setVolume(wanted.format.volume);
-    m_capture->chain().setLevelInterval(wanted.intervalMs);
-    if (!isOpen && !m_capture->start()) {
-        closeCapture();
-        return false;
-    }
-    m_worker.setTicking(true);
-    return true;
-}
-
-std::unique_ptr<KdAudioCapture> KdAudioEngine::createCapture(const KdCaptureDevice& device)
-{
-    const int number = ++m_captureNumber;
-    KdAudioCapture::Callbacks callbacks;
-    callbacks.samples = [this, device](GstBuffer* buffer) { onSamples(buffer, device); };
-    callbacks.level = [this](double decibel) {
-        m_callbacks.postLevel(KdLevelScale::fromDecibel(decibel));
-    };
-    callbacks.failed = [this, number] {
-        post([number](KdAudioEngine& engine) { engine.captureFailed(number); });
-    };
-    GstElement* source = KdDeviceRegistry::instance().createSource(device);
-    return std::make_unique<KdAudioCapture>(device, source, std::move(callbacks));
+    return isOpen;
 }
 
 void KdAudioEngine::closeCapture()
 {
-    if (m_capture) {
+    if (m_input.close()) {
         m_worker.setTicking(false);
-        m_capture.reset();
         m_callbacks.postLevel(0);
     }
 }
@@ -163,7 +131,7 @@ void KdAudioEngine::updateCapture()
     }
     const Settings wanted = settings();
     const bool isWatched = m_callbacks.isOn(KdCallbackPump::LevelSwitch);
-    if (isWatched && isPresent(wanted.device)) {
+    if (isWatched && KdDeviceRegistry::instance().has(wanted.device)) {
         openCapture(wanted);
     } else {
         closeCapture();
@@ -172,7 +140,7 @@ void KdAudioEngine::updateCapture()
 
 void KdAudioEngine::captureFailed(int captureNumber)
 {
-    if (m_capture && captureNumber == m_captureNumber) {
+    if (m_input.isNumber(captureNumber)) {
         loseInput();
     }
 }
@@ -182,7 +150,7 @@ void KdAudioEngine::loseInput()
     const RunningTake now = running();
     if (now.take && !now.isOver) {
         now.take->close();
-        m_callbacks.postDevice(fcdAudioInputRemoved, listedIndex(now.settings.device));
+        m_callbacks.postDevice(fcdAudioInputRemoved, m_listed.indexOf(now.settings.device));
         concludeTake(now.take, status());
     }
     closeCapture();
@@ -191,7 +159,7 @@ void KdAudioEngine::loseInput()
 void KdAudioEngine::deviceCame(const KdCaptureDevice& device)
 {
     if (device.kind == kdtMicrophone) {
-        m_callbacks.postDevice(fcdAudioInputAdded, listedIndex(device));
+        m_callbacks.postDevice(fcdAudioInputAdded, m_listed.indexOf(device));
         updateCapture();
     }
 }
@@ -206,20 +174,17 @@ void KdAudioEngine::deviceWent(const KdCaptureDevice& device)
         loseInput();
         return;
     }
-    if (m_capture && m_capture->device().isSameAs(device)) {
+    if (m_input.isOpen(device)) {
         closeCapture();
     }
     // In a take a removal means the take's own input: another one's is a change of the list.
     m_callbacks.postDevice(now.take ? fcdAudioInputAdded : fcdAudioInputRemoved,
-                           listedIndex(device));
+                           m_listed.indexOf(device));
 }
 
 void KdAudioEngine::check()
 {
-    if (m_capture && m_capture->isStalled()) {
-        KdBaseLog::write(KdBaseLog::Warning, here("KdAudioEngine::check"),
-                         "The audio input %s gives nothing any more.",
-                         qUtf8Printable(m_capture->device().name));
+    if (m_input.isStalled()) {
         loseInput();
     }
     const RunningTake now = running();

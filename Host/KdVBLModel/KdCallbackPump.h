@@ -1,7 +1,7 @@
 #pragma once
 
-#include <KdRecord/KdCaptureEngine.h>
 #include <KdCore/KdObserverList.h>
+#include <KdRecord/KdCaptureEngine.h>
 #include <KdVBLModel/KdSerialThread.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 

@@ -15,8 +15,8 @@ class IKdDeviceListener
 public:
     virtual void onDeviceAdded(const KdCaptureDevice& device) = 0;
     virtual void onDeviceRemoved(const KdCaptureDevice& device) = 0;
-    /** The first list is complete; what is in it was not announced one by one. */
-    virtual void onDevicesListed() = 0;
+    /** The first list of one kind is complete; what is in it was not announced one by one. */
+    virtual void onDevicesListed(KdVBLMODEL::_KdDevType kind) = 0;
 
 protected:
     ~IKdDeviceListener() = default;
@@ -34,17 +34,24 @@ class KDVBLMODEL_EXPORT KdDeviceRegistry
 {
 public:
     static KdDeviceRegistry& instance();
-    /** Ends the thread; gives it up when a sound server holds it. */
+    /** Ends its threads; gives up one that a server holds. */
     ~KdDeviceRegistry();
 
-    /** Begins to list devices. Returns at once; harmless when repeated. */
-    void start();
+    /** Begins to list the devices of one kind, microphones or webcams. Returns at once; harmless
+     * when repeated. */
+    void start(KdVBLMODEL::_KdDevType kind);
 
     /** Starts and waits. @return whether the first list is complete. */
-    bool waitUntilListed(std::chrono::milliseconds patience);
+    bool waitUntilListed(KdVBLMODEL::_KdDevType kind, std::chrono::milliseconds patience);
 
     /** The devices of one kind, each once; the system's default first. */
     QVector<KdCaptureDevice> devices(KdVBLMODEL::_KdDevType kind) const;
+
+    /** @return whether the device is there now; never for a null one. */
+    bool has(const KdCaptureDevice& device) const;
+
+    /** @return what the device says that it can give; null when it is not there. The caller's. */
+    GstCaps* createCaps(const KdCaptureDevice& device) const;
 
     /** @return a new source element for the device, floating; null when it is not there (any more)
      * or its system refuses. May block while the system is asked. */
@@ -60,5 +67,5 @@ private:
     KdDeviceRegistry& operator=(const KdDeviceRegistry&) = delete;
 
     class Private;
-    std::shared_ptr<Private> d; ///< shared with the thread, which may outlive this object
+    std::unique_ptr<Private> d;
 };

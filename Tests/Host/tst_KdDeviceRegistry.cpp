@@ -1,6 +1,8 @@
 #include <KdVBLModel/KdDeviceRegistry.h>
+#include <KdVBLModel/KdGst.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/VirtualCamera.h>
 #include <Support/VirtualMicrophone.h>
 
 #include <QElapsedTimer>
@@ -27,7 +29,7 @@ public:
     {
         note(QStringLiteral("-") + device.id);
     }
-    void onDevicesListed() override {}
+    void onDevicesListed(_KdDevType) override {}
 
     QStringList events() const
     {
@@ -47,10 +49,10 @@ private:
     QStringList m_events;
 };
 
-QStringList names()
+QStringList names(_KdDevType kind = kdtMicrophone)
 {
     QStringList names;
-    for (const KdCaptureDevice& device : KdDeviceRegistry::instance().devices(kdtMicrophone)) {
+    for (const KdCaptureDevice& device : KdDeviceRegistry::instance().devices(kind)) {
         names.append(device.name);
     }
     return names;
@@ -70,15 +72,19 @@ private Q_SLOTS:
     void aStrangeNameIsListedAsPlainText();
     void aSourceIsMadeForADeviceThatIsThereOnly();
     void fastPluggingEndsInTheRightList();
+    void aCameraIsListedOnceAndAnnouncedOnce();
+    void aCameraSaysWhatItCanGive();
+    void aMicrophoneIsNotAmongTheCamerasNorTheOtherWayRound();
+    void manyCamerasThatComeAndGoEndInTheRightList();
 };
 
 void tst_KdDeviceRegistry::initTestCase()
 {
     QElapsedTimer timer;
     timer.start();
-    KdDeviceRegistry::instance().start();
+    KdDeviceRegistry::instance().start(kdtMicrophone);
     QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(KdDeviceRegistry::instance().waitUntilListed(kPatience));
+    QVERIFY(KdDeviceRegistry::instance().waitUntilListed(kdtMicrophone, kPatience));
     QVERIFY(names().isEmpty());
 }
 
@@ -155,6 +161,71 @@ void tst_KdDeviceRegistry::fastPluggingEndsInTheRightList()
     QTRY_COMPARE(listener.count("+flapping_mic"), kRounds + 1);
     QCOMPARE(listener.count("-flapping_mic"), kRounds);
     QCOMPARE(names(), QStringList({QStringLiteral("Flapping")}));
+}
+
+void tst_KdDeviceRegistry::aCameraIsListedOnceAndAnnouncedOnce()
+{
+    QVERIFY(KdDeviceRegistry::instance().waitUntilListed(kdtWebcam, kPatience));
+    QVERIFY(names(kdtWebcam).isEmpty());
+    const Listener listener;
+    VirtualCamera camera;
+    const KdCaptureDevice device{kdtWebcam, QStringLiteral("hd_webcam"), QString()};
+    for (int round = 1; round <= 2; ++round) {
+        QVERIFY(camera.plug());
+        QTRY_COMPARE(listener.count("+hd_webcam"), round);
+        QCOMPARE(names(kdtWebcam), QStringList({QStringLiteral("HD Webcam")}));
+        QVERIFY(KdDeviceRegistry::instance().has(device));
+        QVERIFY(camera.unplug());
+        QTRY_COMPARE(listener.count("-hd_webcam"), round);
+        QVERIFY(names(kdtWebcam).isEmpty());
+        QVERIFY(!KdDeviceRegistry::instance().has(device));
+    }
+    QCOMPARE(listener.events().size(), 4);
+}
+
+void tst_KdDeviceRegistry::aCameraSaysWhatItCanGive()
+{
+    const KdCaptureDevice device{kdtWebcam, QStringLiteral("hd_webcam"), QString()};
+    KdDeviceRegistry& registry = KdDeviceRegistry::instance();
+    QCOMPARE(registry.createCaps(device), nullptr);
+    VirtualCamera camera(device.id, QStringLiteral("HD Webcam"),
+                         {QStringLiteral("YUY2:640x480@30"), QStringLiteral("MJPG:1280x720@15")});
+    QVERIFY(camera.plug());
+    QTRY_VERIFY(registry.has(device));
+    const KdGstCapsPtr caps(registry.createCaps(device));
+    const KdGstCapsPtr expected(
+        gst_caps_from_string("video/x-raw, format=YUY2, width=640, height=480, framerate=30/1;"
+                             "image/jpeg, width=1280, height=720, framerate=15/1"));
+    QVERIFY2(gst_caps_is_equal(caps.get(), expected.get()),
+             KdGCharPtr(gst_caps_to_string(caps.get())).get());
+}
+
+void tst_KdDeviceRegistry::aMicrophoneIsNotAmongTheCamerasNorTheOtherWayRound()
+{
+    VirtualMicrophone microphone;
+    VirtualCamera camera;
+    QVERIFY(microphone.plug() && camera.plug());
+    QTRY_COMPARE(names(kdtMicrophone), QStringList({QStringLiteral("USB Microphone")}));
+    QTRY_COMPARE(names(kdtWebcam), QStringList({QStringLiteral("HD Webcam")}));
+    QVERIFY(KdDeviceRegistry::instance().devices(kdtSpeaker).isEmpty());
+}
+
+void tst_KdDeviceRegistry::manyCamerasThatComeAndGoEndInTheRightList()
+{
+    const Listener listener;
+    VirtualCamera first(QStringLiteral("cam_1"), QStringLiteral("Camera"));
+    VirtualCamera second(QStringLiteral("cam_2"), QStringLiteral("Camera"));
+    constexpr int kRounds = 10;
+    for (int i = 0; i < kRounds; ++i) {
+        QVERIFY(first.plug() && second.plug());
+        QVERIFY(first.unplug() && second.unplug());
+    }
+    QVERIFY(second.plug() && first.plug());
+    QTRY_COMPARE(listener.count("+cam_1"), kRounds + 1);
+    QTRY_COMPARE(listener.count("+cam_2"), kRounds + 1);
+    QCOMPARE(listener.count("-cam_1"), kRounds);
+    QCOMPARE(names(kdtWebcam),
+             QStringList({QStringLiteral("Camera"), QStringLiteral("Camera (2)")}));
 }
 
 int main(int argc, char** argv)
