@@ -8,6 +8,9 @@
 #include <KdRecord/KdAudioRecordView.h>
 #include <KdRecord/KdCountCtrl.h>
 #include <KdRecord/KdCountCtrlVideo.h>
+#include <KdRecord/KdWebcamRecorderHelper.h>
+#include <KdRecord/NotifyBeginPileInsetionEvent.h>
+#include <KdRecord/NotifyEndPileInsetionEvent.h>
 
 #include <Support/KdTestCase.h>
 
@@ -29,7 +32,8 @@ private Q_SLOTS:
              {"KdCaptureEngine", "KdAudioRecordView", "KdAudioRecordHelper", "KdCountCtrl",
               "KdCountCtrlVideo", "KAudioSettings", "KComboboxExt", "KQuestionLabel",
               "KAudioRecordPreviewWidget", "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
-              "KRecordVideoAdvancedExposeEvent"}) {
+              "KRecordVideoAdvancedExposeEvent", "KdWebcamRecorderHelper",
+              "NotifyBeginPileInsetionEvent", "NotifyEndPileInsetionEvent"}) {
             QTest::newRow(header) << QStringLiteral("KdRecord/") + QLatin1String(header) +
                                          QStringLiteral(".h");
         }
@@ -44,11 +48,15 @@ private Q_SLOTS:
     // Linked with the library as hosts load it: what it hid would not link.
     void theLibraryExportsItsWidgetsAndHelpers()
     {
-        const QVector<const QMetaObject*> classes{
-            &KdAudioRecordView::staticMetaObject, &KdAudioRecorderHelper::staticMetaObject,
-            &KdCountCtrl::staticMetaObject,       &KdCountCtrlVideo::staticMetaObject,
-            &KAudioSettings::staticMetaObject,    &KComboboxExt::staticMetaObject,
-            &KQuestionLabel::staticMetaObject,    &KAudioRecordPreviewWidget::staticMetaObject};
+        const QVector<const QMetaObject*> classes{&KdAudioRecordView::staticMetaObject,
+                                                  &KdAudioRecorderHelper::staticMetaObject,
+                                                  &KdWebcamRecorderHelper::staticMetaObject,
+                                                  &KdCountCtrl::staticMetaObject,
+                                                  &KdCountCtrlVideo::staticMetaObject,
+                                                  &KAudioSettings::staticMetaObject,
+                                                  &KComboboxExt::staticMetaObject,
+                                                  &KQuestionLabel::staticMetaObject,
+                                                  &KAudioRecordPreviewWidget::staticMetaObject};
         for (const QMetaObject* meta : classes) {
             QVERIFY(meta->inherits(&QObject::staticMetaObject));
         }
@@ -62,6 +70,16 @@ private Q_SLOTS:
                                                    QStringLiteral("apply"));
         QCOMPARE(base.properties(), expose.properties());
         QCOMPARE(click.properties().size(), 2);
+    }
+
+    void theLibraryExportsItsNoticesToTheHost()
+    {
+        const NotifyBeginPileInsetionEvent begin("label");
+        const NotifyEndPileInsetionEvent end("label");
+        const KdCustomEvent* const event = &begin;
+        QVERIFY(dynamic_cast<const NotifyBeginPileInsetionEvent*>(event));
+        QVERIFY(!dynamic_cast<const NotifyEndPileInsetionEvent*>(event));
+        QCOMPARE(begin.label(), end.label());
     }
 
     void noPublicHeaderReachesIntoGStreamerOrPrivateHeaders_data()
