@@ -2,12 +2,14 @@
 #include <KdRecord/KAudioSettings.h>
 #include <KdRecord/KComboboxExt.h>
 #include <KdRecord/KQuestionLabel.h>
+#include <KdRecord/KRecordPreViewSettingRadiusWidget.h>
 #include <KdRecord/KRecordVideoAdvancedClickEvent.h>
 #include <KdRecord/KRecordVideoAdvancedExposeEvent.h>
 #include <KdRecord/KdAudioRecordHelper.h>
 #include <KdRecord/KdAudioRecordView.h>
 #include <KdRecord/KdCountCtrl.h>
 #include <KdRecord/KdCountCtrlVideo.h>
+#include <KdRecord/KdWebCamDisplayLabel.h>
 #include <KdRecord/KdWebcamRecorderHelper.h>
 #include <KdRecord/NotifyBeginPileInsetionEvent.h>
 #include <KdRecord/NotifyEndPileInsetionEvent.h>
@@ -32,8 +34,9 @@ private Q_SLOTS:
              {"KdCaptureEngine", "KdAudioRecordView", "KdAudioRecordHelper", "KdCountCtrl",
               "KdCountCtrlVideo", "KAudioSettings", "KComboboxExt", "KQuestionLabel",
               "KAudioRecordPreviewWidget", "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
-              "KRecordVideoAdvancedExposeEvent", "KdWebcamRecorderHelper",
-              "NotifyBeginPileInsetionEvent", "NotifyEndPileInsetionEvent"}) {
+              "KRecordVideoAdvancedExposeEvent", "KdWebcamRecorderHelper", "KdWebCamDisplayLabel",
+              "KRecordPreViewSettingRadiusWidget", "NotifyBeginPileInsetionEvent",
+              "NotifyEndPileInsetionEvent"}) {
             QTest::newRow(header) << QStringLiteral("KdRecord/") + QLatin1String(header) +
                                          QStringLiteral(".h");
         }
@@ -48,15 +51,18 @@ private Q_SLOTS:
     // Linked with the library as hosts load it: what it hid would not link.
     void theLibraryExportsItsWidgetsAndHelpers()
     {
-        const QVector<const QMetaObject*> classes{&KdAudioRecordView::staticMetaObject,
-                                                  &KdAudioRecorderHelper::staticMetaObject,
-                                                  &KdWebcamRecorderHelper::staticMetaObject,
-                                                  &KdCountCtrl::staticMetaObject,
-                                                  &KdCountCtrlVideo::staticMetaObject,
-                                                  &KAudioSettings::staticMetaObject,
-                                                  &KComboboxExt::staticMetaObject,
-                                                  &KQuestionLabel::staticMetaObject,
-                                                  &KAudioRecordPreviewWidget::staticMetaObject};
+        const QVector<const QMetaObject*> classes{
+            &KdAudioRecordView::staticMetaObject,
+            &KdAudioRecorderHelper::staticMetaObject,
+            &KdWebcamRecorderHelper::staticMetaObject,
+            &KdCountCtrl::staticMetaObject,
+            &KdCountCtrlVideo::staticMetaObject,
+            &KAudioSettings::staticMetaObject,
+            &KComboboxExt::staticMetaObject,
+            &KQuestionLabel::staticMetaObject,
+            &KAudioRecordPreviewWidget::staticMetaObject,
+            &KdWebCamDisplayLabel::staticMetaObject,
+            &KRecordPreViewSettingRadiusWidget::staticMetaObject};
         for (const QMetaObject* meta : classes) {
             QVERIFY(meta->inherits(&QObject::staticMetaObject));
         }

@@ -106,6 +106,29 @@
     </message>
 </context>
 <context>
+    <name>KRecordPreViewSettingRadiusWidget</name>
+    <message>
+        <source>Switch to Square</source>
+        <translation>Zu Quadrat wechseln</translation>
+    </message>
+    <message>
+        <source>Switch to Circle</source>
+        <translation>Zu Kreis wechseln</translation>
+    </message>
+    <message>
+        <source>Blur Background</source>
+        <translation>Hintergrund weichzeichnen</translation>
+    </message>
+    <message>
+        <source>Remove Background</source>
+        <translation>Hintergrund entfernen</translation>
+    </message>
+    <message>
+        <source>Flip</source>
+        <translation>Spiegeln</translation>
+    </message>
+</context>
+<context>
     <name>KdAudioDeviceBoxes</name>
     <message>
         <source>Input Audio</source>

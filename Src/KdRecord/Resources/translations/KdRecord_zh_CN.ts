@@ -106,6 +106,29 @@
     </message>
 </context>
 <context>
+    <name>KRecordPreViewSettingRadiusWidget</name>
+    <message>
+        <source>Switch to Square</source>
+        <translation>切换为方形</translation>
+    </message>
+    <message>
+        <source>Switch to Circle</source>
+        <translation>切换为圆形</translation>
+    </message>
+    <message>
+        <source>Blur Background</source>
+        <translation>虚化背景</translation>
+    </message>
+    <message>
+        <source>Remove Background</source>
+        <translation>移除背景</translation>
+    </message>
+    <message>
+        <source>Flip</source>
+        <translation>翻转</translation>
+    </message>
+</context>
+<context>
     <name>KdAudioDeviceBoxes</name>
     <message>
         <source>Input Audio</source>
