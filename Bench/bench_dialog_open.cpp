@@ -1,5 +1,7 @@
 // Time from asking for the voice-over dialog to its first paint, beside a plain Qt dialog with as
-// many widgets of the same kinds. Both stand in one run; the ratio of the two is the figure.
+// many widgets of the same kinds: for the first time in a process, each in one of its own, and
+// again. All stand in one run; the ratios are the figures. "gui_cpu_ms" is the processor time of
+// the user-interface thread alone: whatever the engine starts up must not be in it.
 
 #include <KCore/KCoreDirs.h>
 #include <KdRecord/KdAudioRecordView.h>
@@ -10,15 +12,21 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QToolButton>
 
 #include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <ctime>
+#include <memory>
 
 namespace {
 
@@ -46,28 +54,61 @@ void processUntilPainted(const PaintWatch& watch)
     }
 }
 
-QWidget* twinOf(const QWidget* model, QWidget* parent)
+/** The kinds of widget that a twin tells apart. */
+enum class Kind : char
 {
-    if (qobject_cast<const QLabel*>(model)) {
+    Label = 'l',
+    Combo = 'c',
+    Spin = 's',
+    Edit = 'e',
+    Check = 'k',
+    Tool = 't',
+    Push = 'p',
+    Other = 'o'
+};
+
+Kind kindOf(const QWidget* widget)
+{
+    if (qobject_cast<const QLabel*>(widget)) {
+        return Kind::Label;
+    }
+    if (qobject_cast<const QComboBox*>(widget)) {
+        return Kind::Combo;
+    }
+    if (qobject_cast<const QAbstractSpinBox*>(widget)) {
+        return Kind::Spin;
+    }
+    if (qobject_cast<const QLineEdit*>(widget)) {
+        return Kind::Edit;
+    }
+    if (qobject_cast<const QCheckBox*>(widget)) {
+        return Kind::Check;
+    }
+    if (qobject_cast<const QToolButton*>(widget)) {
+        return Kind::Tool;
+    }
+    return qobject_cast<const QPushButton*>(widget) ? Kind::Push : Kind::Other;
+}
+
+QWidget* twinOf(Kind kind, QWidget* parent)
+{
+    switch (kind) {
+    case Kind::Label:
         return new QLabel(QStringLiteral("Caption"), parent);
-    }
-    if (qobject_cast<const QComboBox*>(model)) {
+    case Kind::Combo:
         return new QComboBox(parent);
-    }
-    if (qobject_cast<const QAbstractSpinBox*>(model)) {
+    case Kind::Spin:
         return new QDoubleSpinBox(parent);
-    }
-    if (qobject_cast<const QLineEdit*>(model)) {
+    case Kind::Edit:
         return new QLineEdit(parent);
-    }
-    if (qobject_cast<const QCheckBox*>(model)) {
+    case Kind::Check:
         return new QCheckBox(parent);
-    }
-    if (qobject_cast<const QToolButton*>(model)) {
+    case Kind::Tool:
         return new QToolButton(parent);
-    }
-    if (qobject_cast<const QPushButton*>(model)) {
+    case Kind::Push:
         return new QPushButton(parent);
+    case Kind::Other:
+        break;
     }
     return new QWidget(parent);
 }
@@ -83,29 +124,34 @@ bool isInner(const QWidget* widget)
            widget->inherits("QAbstractItemView");
 }
 
-QDialog* plainTwin(const QList<QWidget*>& models)
+/** @param kinds a letter for each widget */
+QDialog* plainTwin(const QByteArray& kinds)
 {
     auto* const dialog = new QDialog;
     dialog->setFixedSize(480, 448);
     auto* const layout = new QGridLayout(dialog);
-    int position = 0;
-    for (const QWidget* model : models) {
-        layout->addWidget(twinOf(model, dialog), position / 4, position % 4);
-        ++position;
+    for (int i = 0; i < kinds.size(); ++i) {
+        layout->addWidget(twinOf(static_cast<Kind>(kinds.at(i)), dialog), i / 4, i % 4);
     }
     return dialog;
 }
 
-QList<QWidget*> widgetsOf(const QWidget& dialog)
+QByteArray kindsIn(const QWidget& dialog)
 {
-    QList<QWidget*> own;
+    QByteArray kinds;
     const QList<QWidget*> all = dialog.findChildren<QWidget*>();
-    for (QWidget* widget : all) {
+    for (const QWidget* widget : all) {
         if (!isInner(widget)) {
-            own.append(widget);
+            kinds.append(static_cast<char>(kindOf(widget)));
         }
     }
-    return own;
+    return kinds;
+}
+
+QByteArray kindsOfVoiceOver()
+{
+    const KdAudioRecordView view(nullptr);
+    return kindsIn(view);
 }
 
 void openVoiceOver(benchmark::State& state)
@@ -117,7 +163,7 @@ void openVoiceOver(benchmark::State& state)
         view->doModal();
         processUntilPainted(watch);
         state.PauseTiming();
-        state.counters["widgets"] = static_cast<double>(widgetsOf(*view).size());
+        state.counters["widgets"] = static_cast<double>(kindsIn(*view).size());
         delete view;
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         state.ResumeTiming();
@@ -126,22 +172,94 @@ void openVoiceOver(benchmark::State& state)
 
 void openPlain(benchmark::State& state)
 {
-    auto* const view = new KdAudioRecordView(nullptr);
-    const QList<QWidget*> models = widgetsOf(*view);
+    const QByteArray kinds = kindsOfVoiceOver();
     for (auto unused : state) {
         Q_UNUSED(unused)
-        QDialog* const dialog = plainTwin(models);
+        QDialog* const dialog = plainTwin(kinds);
         const PaintWatch watch(dialog);
         dialog->show();
         processUntilPainted(watch);
         state.PauseTiming();
-        state.counters["widgets"] = static_cast<double>(models.size());
+        state.counters["widgets"] = static_cast<double>(kinds.size());
         delete dialog;
         state.ResumeTiming();
     }
-    delete view;
 }
 
+double threadMilliseconds()
+{
+    timespec used{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+}
+
+/**
+ * Opens one dialog in a process of its own and prints two times in milliseconds.
+ * @param kinds of the plain twin; "view": the voice-over dialog
+ */
+int openOnce(const QByteArray& kinds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    const double cpu = threadMilliseconds();
+    std::unique_ptr<QDialog> dialog;
+    if (kinds == "view") {
+        auto view = std::make_unique<KdAudioRecordView>(nullptr);
+        view->setAttribute(Qt::WA_DeleteOnClose, false);
+        dialog = std::move(view);
+    } else {
+        dialog.reset(plainTwin(kinds));
+    }
+    const PaintWatch watch(dialog.get());
+    dialog->show();
+    processUntilPainted(watch);
+    std::printf("%f %f\n", static_cast<double>(timer.nsecsElapsed()) / 1e6,
+                threadMilliseconds() - cpu);
+    return 0;
+}
+
+void openFirst(benchmark::State& state, const QByteArray& kinds)
+{
+    double cpu = 0.0;
+    for (auto unused : state) {
+        Q_UNUSED(unused)
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(),
+                    {QStringLiteral("--open-once"), QString::fromLatin1(kinds)});
+        child.waitForFinished();
+        const QList<QByteArray> times = child.readAllStandardOutput().trimmed().split(' ');
+        if (child.exitCode() != 0 || times.size() != 2) {
+            state.SkipWithError("The dialog did not open");
+            return;
+        }
+        state.SetIterationTime(times[0].toDouble() / 1e3);
+        cpu += times[1].toDouble();
+    }
+    state.counters["gui_cpu_ms"] = benchmark::Counter(cpu, benchmark::Counter::kAvgIterations);
+}
+
+void openFirstPlain(benchmark::State& state)
+{
+    openFirst(state, kindsOfVoiceOver());
+}
+
+void openFirstVoiceOver(benchmark::State& state)
+{
+    openFirst(state, "view");
+}
+
+BENCHMARK(openFirstPlain)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(5)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(openFirstVoiceOver)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(5)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
 BENCHMARK(openPlain)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(20)
@@ -163,6 +281,9 @@ int main(int argc, char** argv)
     setZentraDocumentDir(folder.path());
     // The style sheet of the application counts for both sides.
     KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
+    if (argc == 3 && qstrcmp(argv[1], "--open-once") == 0) {
+        return openOnce(argv[2]);
+    }
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 1;
