@@ -375,7 +375,7 @@ bool KdWebcamRecorderHelper::reportLossInTake()
 }
 
 void KdWebcamRecorderHelper::slotFrameChangedCallback(int width, int height, void* pARGB32Bits,
-                                                      QString id)
+                                                      const QString& id)
 {
     if (id == previewId()) {
         Q_EMIT sigWebCamFrameChanged(width, height, static_cast<uint8_t*>(pARGB32Bits));

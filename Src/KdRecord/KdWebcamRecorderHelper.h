@@ -129,7 +129,7 @@ private Q_SLOTS:
     void slotVolumeCallback(int volume);
     void slotCaptureDeviceCallback(int devStatus, int deviceIdx);
     /** On the engine thread; drops a frame of any other preview run than the current one. */
-    void slotFrameChangedCallback(int width, int height, void* pARGB32Bits, QString id);
+    void slotFrameChangedCallback(int width, int height, void* pARGB32Bits, const QString& id);
 
 private:
     KdVBLMODEL::IKdWebcamRecorder* recorder() const;
