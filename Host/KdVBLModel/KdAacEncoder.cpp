@@ -27,6 +27,19 @@ GstElement* createConstant(const KdAacFormat& format)
     return encoder;
 }
 
+constexpr int kPacket = 1024;
+
+// Both measured: the first sample that is heard of a sound that begins at once, and how much of it
+// is missing at its end.
+constexpr int kVariableDelay = 1024;
+constexpr int kConstantDelay = 1600;
+
+bool isConstant(GstElement* encoder)
+{
+    GstElementFactory* const factory = gst_element_get_factory(encoder);
+    return factory && qstrcmp(GST_OBJECT_NAME(factory), "voaacenc") == 0;
+}
+
 } // namespace
 
 GstElement* KdAacEncoder::create(const KdAacFormat& format, QString* error)
@@ -46,6 +59,20 @@ GstElement* KdAacEncoder::create(const KdAacFormat& format, QString* error)
         *error = QStringLiteral("No AAC encoder is installed, neither avenc_aac nor voaacenc.");
     }
     return other;
+}
+
+int KdAacEncoder::delay(GstElement* encoder)
+{
+    return isConstant(encoder) ? kConstantDelay : kVariableDelay;
+}
+
+int KdAacEncoder::framesToFlush(GstElement* encoder, qint64 frames)
+{
+    if (!isConstant(encoder)) {
+        return 0;
+    }
+    const qint64 heard = frames + kConstantDelay;
+    return static_cast<int>((heard + kPacket - 1) / kPacket * kPacket - frames);
 }
 
 GstCaps* KdAacEncoder::inputCaps(const KdAacFormat& format)

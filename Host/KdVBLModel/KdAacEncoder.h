@@ -27,6 +27,17 @@ public:
      */
     static GstElement* create(const KdAacFormat& format, QString* error);
 
+    /** By how many frames the encoder's sound comes late, which players do not make up for: they
+     * play silence first. */
+    static int delay(GstElement* encoder);
+
+    /**
+     * How much silence has to follow the sound for all of it to come out: an encoder that writes
+     * whole packets only keeps the rest of the last one, and its own delay, to itself.
+     * @param frames pushed so far
+     */
+    static int framesToFlush(GstElement* encoder, qint64 frames);
+
     /** @return audio/x-raw with the rate and channels that the encoder must be fed; owned by the
      * caller. */
     static GstCaps* inputCaps(const KdAacFormat& format);

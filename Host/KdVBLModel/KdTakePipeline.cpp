@@ -1,9 +1,10 @@
 #include "KdTakePipeline.h"
 
 #include <KdCore/KdBaseLog.h>
-#include <KdVBLModel/KdAacEncoder.h>
 
 #include <gst/app/gstappsrc.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,6 +29,12 @@ void configureSource(GstElement* source, GstCaps* input)
                  "max-bytes", guint64(0), nullptr);
 }
 
+void configureQueue(GstElement* queue)
+{
+    g_object_set(queue, "max-size-buffers", 0U, "max-size-bytes", 0U, "max-size-time", guint64(0),
+                 nullptr);
+}
+
 void configureMuxer(GstElement* muxer)
 {
     g_object_set(muxer, "fragment-duration", kFragmentMs, nullptr);
@@ -49,11 +56,11 @@ KdTakePipeline::~KdTakePipeline()
     shutDown();
 }
 
-bool KdTakePipeline::start(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
+bool KdTakePipeline::start(const QByteArray& location, const QVector<KdTakeTrack>& tracks,
                            QString* error)
 {
     m_pipeline = gst_pipeline_new(nullptr);
-    if (!addElements(location, format, input, error)) {
+    if (!addElements(location, tracks, error)) {
         return false;
     }
     GstBus* const bus = gst_element_get_bus(m_pipeline);
@@ -67,48 +74,83 @@ bool KdTakePipeline::start(const QByteArray& location, const KdAacFormat& format
     return true;
 }
 
-bool KdTakePipeline::addElements(const QByteArray& location, const KdAacFormat& format,
-                                 GstCaps* input, QString* error)
+bool KdTakePipeline::addElements(const QByteArray& location, const QVector<KdTakeTrack>& tracks,
+                                 QString* error)
 {
-    m_source = make(m_pipeline, "appsrc", error);
-    GstElement* const convert = m_source ? make(m_pipeline, "audioconvert", error) : nullptr;
-    GstElement* const encoder = convert ? KdAacEncoder::create(format, error) : nullptr;
-    if (!encoder) {
-        return false;
+    // First of all, so that what was handed over has an owner whatever happens next.
+    for (const KdTakeTrack& track : tracks) {
+        for (GstElement* element : track.chain) {
+            gst_bin_add(GST_BIN(m_pipeline), element);
+        }
     }
-    gst_bin_add(GST_BIN(m_pipeline), encoder);
     GstElement* const muxer = make(m_pipeline, "mp4mux", error);
     GstElement* const sink = muxer ? make(m_pipeline, "filesink", error) : nullptr;
     if (!sink) {
         return false;
     }
-    configureSource(m_source, input);
     configureMuxer(muxer);
     configureSink(sink, location);
-    if (!gst_element_link_many(m_source, convert, encoder, muxer, sink, nullptr)) {
-        *error = QStringLiteral("The recording pipeline cannot be linked.");
+    const bool isLinked = gst_element_link(muxer, sink);
+    return isLinked && std::all_of(tracks.begin(), tracks.end(), [&](const KdTakeTrack& track) {
+               return addTrack(track, muxer, error);
+           });
+}
+
+bool KdTakePipeline::addTrack(const KdTakeTrack& track, GstElement* muxer, QString* error)
+{
+    GstElement* const source = make(m_pipeline, "appsrc", error);
+    GstElement* const queue = track.isQueued ? make(m_pipeline, "queue", error) : nullptr;
+    if (!source || (track.isQueued && !queue)) {
         return false;
     }
+    configureSource(source, track.input);
+    QVector<GstElement*> elements = track.chain;
+    elements.prepend(source);
+    if (queue) {
+        configureQueue(queue);
+        elements.append(queue);
+    }
+    elements.append(muxer);
+    for (int i = 1; i < elements.size(); ++i) {
+        if (!gst_element_link(elements[i - 1], elements[i])) {
+            *error = QStringLiteral("The recording pipeline cannot be linked.");
+            return false;
+        }
+    }
+    m_ways.append(Way{source, queue});
     return true;
 }
 
-bool KdTakePipeline::push(GstBuffer* buffer)
+bool KdTakePipeline::push(int track, GstBuffer* buffer)
 {
     if (hasFailed()) {
         gst_buffer_unref(buffer);
         return false;
     }
-    return gst_app_src_push_buffer(GST_APP_SRC(m_source), buffer) == GST_FLOW_OK;
+    return gst_app_src_push_buffer(GST_APP_SRC(m_ways[track].source), buffer) == GST_FLOW_OK;
 }
 
-std::chrono::nanoseconds KdTakePipeline::backlog() const
+std::chrono::nanoseconds KdTakePipeline::backlog(int track) const
 {
-    return std::chrono::nanoseconds(gst_app_src_get_current_level_time(GST_APP_SRC(m_source)));
+    const Way& way = m_ways[track];
+    guint64 queued = 0;
+    if (way.queue) {
+        g_object_get(way.queue, "current-level-time", &queued, nullptr);
+    }
+    return std::chrono::nanoseconds(gst_app_src_get_current_level_time(GST_APP_SRC(way.source)) +
+                                    queued);
+}
+
+quint64 KdTakePipeline::rawBacklog(int track) const
+{
+    return gst_app_src_get_current_level_bytes(GST_APP_SRC(m_ways[track].source));
 }
 
 bool KdTakePipeline::drain(std::chrono::milliseconds patience)
 {
-    gst_app_src_end_of_stream(GST_APP_SRC(m_source));
+    for (const Way& way : m_ways) {
+        gst_app_src_end_of_stream(GST_APP_SRC(way.source));
+    }
     std::unique_lock<std::mutex> lock(m_mutex);
     // After an error of the sink the end of the stream never comes.
     m_ended.wait_for(lock, patience, [this] { return m_isDrained || !m_error.isEmpty(); });
@@ -129,7 +171,7 @@ void KdTakePipeline::shutDown()
     gst_object_unref(bus);
     gst_object_unref(m_pipeline);
     m_pipeline = nullptr;
-    m_source = nullptr;
+    m_ways.clear();
 }
 
 bool KdTakePipeline::hasFailed() const

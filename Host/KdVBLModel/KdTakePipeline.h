@@ -1,9 +1,8 @@
 #pragma once
 
-#include <KdRecord/KdCaptureEngine.h>
-#include <KdVBLModel/KdAacFormat.h>
-
+#include <QByteArray>
 #include <QString>
+#include <QVector>
 
 #include <chrono>
 #include <condition_variable>
@@ -11,9 +10,18 @@
 
 #include <gst/gst.h>
 
+/** A way into a take's file: raw media at one end, the muxer at the other. */
+struct KdTakeTrack
+{
+    GstCaps* input = nullptr;   ///< what is pushed; lent
+    QVector<GstElement*> chain; ///< what encodes it, in order; floating, ownership passes
+    /** What is encoded may wait for the disk in a queue of its own, where it takes little room. */
+    bool isQueued = false;
+};
+
 /**
- * The elements of one take: sound pushed in at one end, a crash-safe MP4 file at the other. Errors
- * are noted in the element's own words as they happen, on whatever thread.
+ * The elements of one take: sound and picture pushed in at one end, a crash-safe MP4 file at the
+ * other. Errors are noted in the element's own words as they happen, on whatever thread.
  */
 class KdTakePipeline
 {
@@ -23,14 +31,19 @@ public:
 
     /** Makes and starts the elements; they write to location. @return false with a sentence on
      * failure. */
-    bool start(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
-               QString* error);
+    bool start(const QByteArray& location, const QVector<KdTakeTrack>& tracks, QString* error);
 
-    /** @param buffer ownership passes. @return false when nothing is taken any more. */
-    bool push(GstBuffer* buffer);
+    /**
+     * @param track its position in the list that start() got
+     * @param buffer ownership passes.
+     * @return false when nothing is taken any more.
+     */
+    bool push(int track, GstBuffer* buffer);
 
-    /** How much sound waits to be written. */
-    std::chrono::nanoseconds backlog() const;
+    /** How much of a track waits to be written. */
+    std::chrono::nanoseconds backlog(int track) const;
+    /** How many bytes of a track wait to be encoded. */
+    quint64 rawBacklog(int track) const;
 
     /** Ends the stream. @return whether it went through to the file before the deadline. */
     bool drain(std::chrono::milliseconds patience);
@@ -49,11 +62,19 @@ private:
 
     static GstBusSyncReply handleMessage(GstBus* bus, GstMessage* message, gpointer self);
     void noteError(GstMessage* message);
-    bool addElements(const QByteArray& location, const KdAacFormat& format, GstCaps* input,
+    bool addElements(const QByteArray& location, const QVector<KdTakeTrack>& tracks,
                      QString* error);
+    bool addTrack(const KdTakeTrack& track, GstElement* muxer, QString* error);
+
+    /** Elements of the pipeline. */
+    struct Way
+    {
+        GstElement* source;
+        GstElement* queue; ///< null for none
+    };
 
     GstElement* m_pipeline = nullptr;
-    GstElement* m_source = nullptr; ///< the pipeline's
+    QVector<Way> m_ways;
 
     mutable std::mutex m_mutex; ///< guards what follows
     std::condition_variable m_ended;

@@ -2,11 +2,11 @@
 
 #include <KdRecord/KdCaptureEngine.h>
 #include <KdVBLModel/KdGstNames.h>
+#include <KdVBLModel/KdTakeResult.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <QString>
 
-#include <functional>
 #include <memory>
 
 /**
@@ -19,12 +19,7 @@
 class KDVBLMODEL_EXPORT KdTakeWriter
 {
 public:
-    enum class Result
-    {
-        Finished, ///< an ordinary MP4 with everything pushed, on disk
-        Kept,     ///< something failed (a full disk, say); what was written until then plays
-        Lost      ///< there is no usable file
-    };
+    using Result = KdTakeResult;
 
     KdTakeWriter();
     /** Calls finish(). */

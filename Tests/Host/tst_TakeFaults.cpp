@@ -232,7 +232,7 @@ void tst_TakeFaults::interruptedWritesAreNoFailure()
 
 void tst_TakeFaults::syncThatFailsIsNoSuccess()
 {
-    allowLog(QStringLiteral("^KdTakeWriter::finish: "));
+    allowLog(QStringLiteral("^KdTakeOutput::finish: "));
     QVERIFY(QDir().mkpath(folder()));
     WriteFaults writes(path());
     writes.fail(Call::Sync, 1, EIO, kForEver);
@@ -284,7 +284,7 @@ void tst_TakeFaults::fullDiskKeepsWhatFitted()
 
 void tst_TakeFaults::folderRemovedInMidTakeIsNoSuccess()
 {
-    expectLog(QStringLiteral("^KdTakeWriter::finish: The take .* did not end well"));
+    expectLog(QStringLiteral("^KdTakeOutput::finish: The take .* did not end well"));
     QVERIFY(QDir().mkpath(folder()));
     KdTakeWriter writer;
     QVERIFY(writer.open(path(), {}, false, nullptr));
@@ -297,7 +297,7 @@ void tst_TakeFaults::folderRemovedInMidTakeIsNoSuccess()
 
 void tst_TakeFaults::folderMovedInMidTakeIsNoSuccessButTheTakeIsWhole()
 {
-    expectLog(QStringLiteral("^KdTakeWriter::finish: The take .* did not end well"));
+    expectLog(QStringLiteral("^KdTakeOutput::finish: The take .* did not end well"));
     QVERIFY(QDir().mkpath(folder()));
     const QString moved = temporaryPath(QStringLiteral("moved"));
     KdTakeWriter writer;
@@ -315,7 +315,7 @@ void tst_TakeFaults::folderMovedInMidTakeIsNoSuccessButTheTakeIsWhole()
 
 void tst_TakeFaults::fileReplacedInMidTakeIsNoSuccessAndStays()
 {
-    expectLog(QStringLiteral("^KdTakeWriter::finish: The take .* did not end well"));
+    expectLog(QStringLiteral("^KdTakeOutput::finish: The take .* did not end well"));
     QVERIFY(QDir().mkpath(folder()));
     KdTakeWriter writer;
     QVERIFY(writer.open(path(), {}, false, nullptr));
