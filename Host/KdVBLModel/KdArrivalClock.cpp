@@ -30,12 +30,30 @@ void KdArrivalClock::arrived(qint64 frames, qint64 nowNs)
     m_beginNs = std::min(m_beginNs, nowNs - durationNs(m_received));
 }
 
+qint64 KdArrivalClock::beginNs() const
+{
+    return std::min(m_beginNs, m_formerBeginNs);
+}
+
 qint64 KdArrivalClock::positionAt(qint64 nowNs) const
 {
     if (m_received == 0) {
         return 0;
     }
-    const qint64 beginNs = std::min(m_beginNs, m_formerBeginNs);
-    const qint64 aheadNs = nowNs - beginNs - durationNs(m_received);
+    const qint64 aheadNs = nowNs - beginNs() - durationNs(m_received);
     return m_received + std::clamp<qint64>(aheadNs, 0, kNsPerSecond / 10) * m_rate / kNsPerSecond;
+}
+
+qint64 KdArrivalClock::capturedAt(qint64 ns) const
+{
+    if (m_received == 0) {
+        return 0;
+    }
+    const qint64 sinceNs = ns - beginNs();
+    return sinceNs / kNsPerSecond * m_rate + sinceNs % kNsPerSecond * m_rate / kNsPerSecond;
+}
+
+qint64 KdArrivalClock::lateness(qint64 frames, qint64 nowNs) const
+{
+    return m_received == 0 ? 0 : nowNs - durationNs(m_received + frames) - beginNs();
 }

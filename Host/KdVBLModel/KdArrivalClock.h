@@ -25,7 +25,16 @@ public:
      * not more than a tenth of a second ahead of it. */
     qint64 positionAt(qint64 nowNs) const;
 
+    /** @return the position, in frames, that was captured at this time; it may lie before the first
+     * or ahead of what has arrived. 0 before anything arrived. */
+    qint64 capturedAt(qint64 ns) const;
+
+    /** @return by how much a buffer that arrives now comes later than one without delay, or
+     * earlier where that is negative. 0 for the first. */
+    qint64 lateness(qint64 frames, qint64 nowNs) const;
+
 private:
+    qint64 beginNs() const;
     qint64 durationNs(qint64 frames) const;
 
     int m_rate;

@@ -13,6 +13,11 @@ namespace KdDiskReserve {
 /** @return the bytes that finishing the take needs, with some to spare. Pure. */
 KDVBLMODEL_EXPORT qint64 bytesToFinish(qint64 recordedMs, int samplerate, int bitrate);
 
+/** @return the same for a take with pictures. @param pictures so many are in it @param bitrate of
+ * sound and picture together @param samplerate 0 for no sound */
+KDVBLMODEL_EXPORT qint64 bytesToFinishClip(qint64 recordedMs, qint64 pictures, int samplerate,
+                                           int bitrate);
+
 /** @return the free bytes where the file is, or -1 when the disk does not tell. Blocks shortly. */
 KDVBLMODEL_EXPORT qint64 freeBytesAt(const QString& filePath);
 

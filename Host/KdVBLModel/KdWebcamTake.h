@@ -25,9 +25,9 @@ public:
 
     /**
      * @param intervalMs between the times that the feeds give; at least 1
-     * @return false when there cannot be a file: a size without a picture or beyond 8192, a rate
-     * outside of 1 to 240, a path that cannot be claimed. The log says why, and nothing is left
-     * behind.
+     * @return false when there cannot be a file: a size below 16x16 or beyond 4096x2304, a rate
+     * outside of 1 to 240, a path that cannot be claimed, a full disk. The log says why, and
+     * nothing is left behind.
      */
     bool open(const QString& path, const KdWebcamTakeFormat& format, int intervalMs);
 
@@ -65,6 +65,9 @@ public:
     qint64 recordedMs() const;
     /** Pictures that came, and had to be left out because the machine or its disk was too slow. */
     qint64 lostPictures() const;
+
+    /** Pictures that wait to be encoded: more than a few when the machine is busy. */
+    int waitingPictures() const;
 
     /** Whether the take has begun: a first picture is in the file, or on its way there. */
     bool hasPicture() const;

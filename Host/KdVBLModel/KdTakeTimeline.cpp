@@ -1,0 +1,91 @@
+#include <KdVBLModel/KdTakeTimeline.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 kNsPerSecond = 1000000000;
+/** A block that comes so much before its time cannot have been captured now. */
+constexpr qint64 kSurplusNs = 20000000;
+
+} // namespace
+
+KdTakeTimeline::KdTakeTimeline(int soundRate)
+    : m_rate(soundRate), m_arrivals(std::max(1, soundRate))
+{
+    m_pauses.start(0);
+}
+
+qint64 KdTakeTimeline::framesOf(qint64 ns) const
+{
+    return ns / kNsPerSecond * m_rate + ns % kNsPerSecond * m_rate / kNsPerSecond;
+}
+
+qint64 KdTakeTimeline::durationNs(qint64 length) const
+{
+    return m_rate == 0 ? length
+                       : length / m_rate * kNsPerSecond + length % m_rate * kNsPerSecond / m_rate;
+}
+
+qint64 KdTakeTimeline::missingBefore(qint64 frames, qint64 nowNs) const
+{
+    const qint64 lateNs = m_arrivals.lateness(frames, nowNs);
+    return lateNs > kPatienceNs ? framesOf(lateNs) : 0;
+}
+
+qint64 KdTakeTimeline::missingUntil(qint64 ns) const
+{
+    return m_rate == 0 ? 0 : missingBefore(0, ns);
+}
+
+bool KdTakeTimeline::isSurplus(qint64 frames, qint64 nowNs)
+{
+    if (m_owed <= 0 || m_arrivals.lateness(frames, nowNs) > -kSurplusNs) {
+        return false;
+    }
+    m_owed -= frames;
+    return true;
+}
+
+qint64 KdTakeTimeline::soundArrived(qint64 frames, qint64 nowNs)
+{
+    const qint64 begin = m_arrivals.received();
+    m_arrivals.arrived(frames, nowNs);
+    return begin;
+}
+
+qint64 KdTakeTimeline::positionAt(qint64 nowNs) const
+{
+    return m_rate == 0 ? nowNs : m_arrivals.positionAt(nowNs);
+}
+
+qint64 KdTakeTimeline::capturedAt(qint64 ns) const
+{
+    return m_rate == 0 ? ns : m_arrivals.capturedAt(ns);
+}
+
+bool KdTakeTimeline::isRecorded(qint64 position) const
+{
+    return !m_pauses.recorded(position, position + 1).empty();
+}
+
+void KdTakeTimeline::begin(qint64 position)
+{
+    m_hasBegun = true;
+    m_begin = position;
+    m_beginInFile = m_pauses.filePosition(position);
+}
+
+std::vector<KdPauseClock::Span> KdTakeTimeline::recorded(qint64 begin, qint64 end) const
+{
+    std::vector<KdPauseClock::Span> spans = m_pauses.recorded(std::max(begin, m_begin), end);
+    for (KdPauseClock::Span& span : spans) {
+        span.filePosition -= m_beginInFile;
+    }
+    return spans;
+}
+
+qint64 KdTakeTimeline::fileNs(qint64 position) const
+{
+    return durationNs(m_pauses.filePosition(position) - m_beginInFile);
+}

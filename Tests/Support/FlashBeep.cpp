@@ -1,0 +1,119 @@
+#include "FlashBeep.h"
+
+#include "Command.h"
+#include "MediaProbe.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double kTwoPi = 6.283185307179586;
+constexpr int kTimeoutMs = 120000;
+
+double phase(double second)
+{
+    const double since = second - FlashBeep::kFirst;
+    return since - std::floor(since / FlashBeep::kPeriod) * FlashBeep::kPeriod;
+}
+
+QVector<double> pictureTimes(const QString& path)
+{
+    const Command::Result result = Command::run(
+        QStringLiteral("ffprobe"),
+        {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
+         QStringLiteral("v"), QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
+         QStringLiteral("-of"), QStringLiteral("csv=p=0"), path},
+        kTimeoutMs);
+    QVector<double> times;
+    const QList<QByteArray> lines = result.output.split('\n');
+    for (const QByteArray& line : lines) {
+        const QByteArray number = line.split(',').first();
+        if (!number.isEmpty()) {
+            times.append(number.toDouble());
+        }
+    }
+    return times;
+}
+
+/** One byte for each picture: its mean brightness. */
+QByteArray brightness(const QString& path)
+{
+    return Command::run(QStringLiteral("ffmpeg"),
+                        {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
+                         QStringLiteral("-vsync"), QStringLiteral("passthrough"),
+                         QStringLiteral("-vf"), QStringLiteral("scale=1:1:flags=area"),
+                         QStringLiteral("-pix_fmt"), QStringLiteral("gray"), QStringLiteral("-f"),
+                         QStringLiteral("rawvideo"), QStringLiteral("-")},
+                        kTimeoutMs)
+        .output;
+}
+
+} // namespace
+
+bool FlashBeep::isFlash(double second)
+{
+    return phase(second) < kLength;
+}
+
+float FlashBeep::sample(double second)
+{
+    return isFlash(second) ? static_cast<float>(0.5 * std::sin(kTwoPi * kFrequency * second))
+                           : 0.0F;
+}
+
+QVector<double> FlashBeep::flashes(const QString& path)
+{
+    const QVector<double> times = pictureTimes(path);
+    const QByteArray levels = brightness(path);
+    QVector<double> begins;
+    if (times.size() != levels.size()) {
+        return begins;
+    }
+    bool wasBright = false;
+    for (int i = 0; i < times.size(); ++i) {
+        const bool isBright = static_cast<uchar>(levels[i]) > 128;
+        if (isBright && !wasBright) {
+            begins.append(times[i]);
+        }
+        wasBright = isBright;
+    }
+    return begins;
+}
+
+QVector<double> FlashBeep::beeps(const QString& path)
+{
+    constexpr int kRate = 48000;
+    constexpr float kLoud = 0.2F;
+    const int quiet = static_cast<int>(kRate * kLength / 2);
+    const QVector<float> samples = MediaProbe::samples(path, kRate);
+    QVector<double> begins;
+    int last = -quiet;
+    for (int i = 0; i < samples.size(); ++i) {
+        if (std::abs(samples[i]) < kLoud) {
+            continue;
+        }
+        if (i - last >= quiet) {
+            begins.append(static_cast<double>(i) / kRate);
+        }
+        last = i;
+    }
+    return begins;
+}
+
+QVector<double> FlashBeep::offsets(const QString& path)
+{
+    const QVector<double> sounds = beeps(path);
+    const QVector<double> lights = flashes(path);
+    QVector<double> found;
+    for (const double light : lights) {
+        const auto nearest =
+            std::min_element(sounds.begin(), sounds.end(), [light](double left, double right) {
+                return std::abs(left - light) < std::abs(right - light);
+            });
+        if (nearest != sounds.end()) {
+            found.append(*nearest - light);
+        }
+    }
+    return found;
+}
