@@ -86,6 +86,7 @@ QVector<KdTakeTrack> KdClipWriter::Private::createTracks(QString* error)
     KdTakeTrack picture;
     picture.input = videoCaps.get();
     picture.isQueued = true;
+    picture.isSkippable = true;
     picture.chain = KdH264Encoder::createChain(sizeOf(format.video), rateOf(format.video), error);
     if (picture.chain.isEmpty() || !format.hasSound) {
         return picture.chain.isEmpty() ? QVector<KdTakeTrack>() : QVector<KdTakeTrack>{picture};
@@ -183,6 +184,11 @@ qint64 KdClipWriter::soundFrames() const
 qint64 KdClipWriter::picturesPushed() const
 {
     return d->pictures;
+}
+
+qint64 KdClipWriter::picturesSkipped() const
+{
+    return d->output.skipped();
 }
 
 int KdClipWriter::waitingPictures() const

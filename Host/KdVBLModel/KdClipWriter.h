@@ -65,6 +65,9 @@ public:
     /** Appends silence. @param frames 0 or less: nothing. */
     bool pushSilence(qint64 frames);
 
+    /** Pictures that were pushed, and then left out for the take to end in time. */
+    qint64 picturesSkipped() const;
+
     /** Frames of sound pushed so far. */
     qint64 soundFrames() const;
     qint64 picturesPushed() const;

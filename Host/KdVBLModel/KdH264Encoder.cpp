@@ -33,6 +33,32 @@ GstPadProbeReturn passEndBy(GstPad* pad, GstPadProbeInfo* info, gpointer /*unuse
     return GST_PAD_PROBE_DROP;
 }
 
+GstPadProbeReturn noteDuration(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer duration)
+{
+    *static_cast<GstClockTime*>(duration) = GST_BUFFER_DURATION(GST_PAD_PROBE_INFO_BUFFER(info));
+    return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn putDurationBack(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer duration)
+{
+    GstBuffer* const picture = gst_buffer_make_writable(GST_PAD_PROBE_INFO_BUFFER(info));
+    GST_BUFFER_DURATION(picture) = *static_cast<const GstClockTime*>(duration);
+    GST_PAD_PROBE_INFO_DATA(info) = picture;
+    return GST_PAD_PROBE_OK;
+}
+
+// The parser knows better how long a picture is shown, by the rate. The last one's length, which
+// nothing follows, would be lost. Pictures pass encoder and parser one by one.
+void keepDurations(GstElement* encoder, GstElement* parser)
+{
+    auto* const duration = new GstClockTime(GST_CLOCK_TIME_NONE);
+    const KdGstPtr<GstPad> before(gst_element_get_static_pad(encoder, "src"));
+    const KdGstPtr<GstPad> after(gst_element_get_static_pad(parser, "src"));
+    gst_pad_add_probe(before.get(), GST_PAD_PROBE_TYPE_BUFFER, noteDuration, duration, nullptr);
+    gst_pad_add_probe(after.get(), GST_PAD_PROBE_TYPE_BUFFER, putDurationBack, duration,
+                      [](gpointer data) { delete static_cast<GstClockTime*>(data); });
+}
+
 // On a picture so large one thread is late.
 int threadsFor(QSize size)
 {
@@ -97,5 +123,6 @@ QVector<GstElement*> KdH264Encoder::createChain(QSize size, double frameRate, QS
         *error = QStringLiteral("No H.264 encoder is installed, neither openh264enc nor x264enc.");
         return {};
     }
+    keepDurations(encoder, parser);
     return {encoder, parser};
 }

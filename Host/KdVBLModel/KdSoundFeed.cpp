@@ -39,7 +39,7 @@ void KdSoundFeed::feed(const guint8* data, qint64 frames, qint64 nowNs)
         return;
     }
     fill(m_timeline.missingBefore(frames, nowNs), nowNs - m_timeline.durationNs(frames));
-    append(data, frames, nowNs);
+    append(data, frames, m_timeline.soundArrived(frames, nowNs));
 }
 
 void KdSoundFeed::fillUntil(qint64 ns)
@@ -60,14 +60,12 @@ void KdSoundFeed::fill(qint64 frames, qint64 nowNs)
         left -= count;
         const QByteArray silence(static_cast<int>(count) * kFrame, '\0');
         append(reinterpret_cast<const guint8*>(silence.constData()), count,
-               nowNs - m_timeline.durationNs(left));
+               m_timeline.silenceArrived(count, nowNs - m_timeline.durationNs(left)));
     }
-    m_timeline.silenceArrived(frames);
 }
 
-void KdSoundFeed::append(const guint8* data, qint64 frames, qint64 nowNs)
+void KdSoundFeed::append(const guint8* data, qint64 frames, qint64 begin)
 {
-    const qint64 begin = m_timeline.soundArrived(frames, nowNs);
     if (m_timeline.hasBegun()) {
         write(data, begin, frames);
     } else {

@@ -42,7 +42,7 @@ private:
                 std::unique_ptr<KdAudioConverter> converter);
 
     void fill(qint64 frames, qint64 nowNs);
-    void append(const guint8* data, qint64 frames, qint64 nowNs);
+    void append(const guint8* data, qint64 frames, qint64 begin);
     void hold(const guint8* data, qint64 frames);
     void write(const guint8* data, qint64 begin, qint64 frames);
     void push(const guint8* data, qint64 frames);

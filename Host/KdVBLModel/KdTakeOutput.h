@@ -46,6 +46,9 @@ public:
     /** How many bytes of a track wait to be encoded. */
     quint64 rawBacklog(int track) const;
 
+    /** How many buffers were left out for the end to come in time. */
+    qint64 skipped() const { return m_pipeline ? m_pipeline->skipped() : 0; }
+
     bool hasFailed() const { return m_pipeline && m_pipeline->hasFailed(); }
     /** The first failure in the words of the element that met it. */
     QString error() const { return m_pipeline ? m_pipeline->error() : QString(); }

@@ -1,6 +1,7 @@
 #include "KdTakePipeline.h"
 
 #include <KdCore/KdBaseLog.h>
+#include <KdVBLModel/KdGst.h>
 
 #include <gst/app/gstappsrc.h>
 
@@ -117,8 +118,23 @@ bool KdTakePipeline::addTrack(const KdTakeTrack& track, GstElement* muxer, QStri
             return false;
         }
     }
-    m_ways.append(Way{source, queue});
+    if (track.isSkippable) {
+        const KdGstPtr<GstPad> output(gst_element_get_static_pad(source, "src"));
+        gst_pad_add_probe(output.get(), GST_PAD_PROBE_TYPE_BUFFER, skip, this, nullptr);
+    }
+    m_ways.append(Way{source, queue, track.isSkippable});
     return true;
+}
+
+GstPadProbeReturn KdTakePipeline::skip(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer self)
+{
+    auto* const pipeline = static_cast<KdTakePipeline*>(self);
+    const GstBuffer* const buffer = GST_PAD_PROBE_INFO_BUFFER(info);
+    if (!pipeline->m_isHurrying || GST_BUFFER_PTS(buffer) == pipeline->m_last) {
+        return GST_PAD_PROBE_OK;
+    }
+    ++pipeline->m_skipped;
+    return GST_PAD_PROBE_DROP;
 }
 
 bool KdTakePipeline::push(int track, GstBuffer* buffer)
@@ -126,6 +142,9 @@ bool KdTakePipeline::push(int track, GstBuffer* buffer)
     if (hasFailed()) {
         gst_buffer_unref(buffer);
         return false;
+    }
+    if (m_ways[track].isSkippable) {
+        m_last = GST_BUFFER_PTS(buffer);
     }
     return gst_app_src_push_buffer(GST_APP_SRC(m_ways[track].source), buffer) == GST_FLOW_OK;
 }
@@ -151,13 +170,22 @@ bool KdTakePipeline::drain(std::chrono::milliseconds patience)
     for (const Way& way : m_ways) {
         gst_app_src_end_of_stream(GST_APP_SRC(way.source));
     }
-    std::unique_lock<std::mutex> lock(m_mutex);
-    // After an error of the sink the end of the stream never comes.
-    m_ended.wait_for(lock, patience, [this] { return m_isDrained || !m_error.isEmpty(); });
+    if (!waitForEnd(patience / 2)) {
+        m_isHurrying = true;
+        waitForEnd(patience / 2);
+    }
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_isDrained && m_error.isEmpty()) {
         m_error = QStringLiteral("The end of the recording did not reach the file in time.");
     }
     return m_isDrained && m_error.isEmpty();
+}
+
+bool KdTakePipeline::waitForEnd(std::chrono::milliseconds patience)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    // After an error of the sink the end of the stream never comes.
+    return m_ended.wait_for(lock, patience, [this] { return m_isDrained || !m_error.isEmpty(); });
 }
 
 void KdTakePipeline::shutDown()

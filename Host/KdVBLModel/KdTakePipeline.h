@@ -4,6 +4,7 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -17,6 +18,9 @@ struct KdTakeTrack
     QVector<GstElement*> chain; ///< what encodes it, in order; floating, ownership passes
     /** What is encoded may wait for the disk in a queue of its own, where it takes little room. */
     bool isQueued = false;
+    /** All but the last of what still waits to be encoded may be left out, for the end to come in
+     * time. */
+    bool isSkippable = false;
 };
 
 /**
@@ -47,6 +51,8 @@ public:
 
     /** Ends the stream. @return whether it went through to the file before the deadline. */
     bool drain(std::chrono::milliseconds patience);
+    /** How many buffers were left out to end in time. */
+    qint64 skipped() const { return m_skipped; }
 
     /** Stops all elements; the file is closed then. May block as long as the disk does. */
     void shutDown();
@@ -64,6 +70,8 @@ private:
     void noteError(GstMessage* message);
     bool addElements(const QByteArray& location, const QVector<KdTakeTrack>& tracks,
                      QString* error);
+    static GstPadProbeReturn skip(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    bool waitForEnd(std::chrono::milliseconds patience);
     bool addTrack(const KdTakeTrack& track, GstElement* muxer, QString* error);
 
     /** Elements of the pipeline. */
@@ -71,10 +79,14 @@ private:
     {
         GstElement* source;
         GstElement* queue; ///< null for none
+        bool isSkippable;
     };
 
     GstElement* m_pipeline = nullptr;
     QVector<Way> m_ways;
+    std::atomic<bool> m_isHurrying{false};
+    std::atomic<GstClockTime> m_last{0}; ///< what was pushed last into a track that is skippable
+    std::atomic<qint64> m_skipped{0};
 
     mutable std::mutex m_mutex; ///< guards what follows
     std::condition_variable m_ended;

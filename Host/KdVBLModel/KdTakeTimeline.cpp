@@ -27,15 +27,20 @@ qint64 KdTakeTimeline::durationNs(qint64 length) const
                        : length / m_rate * kNsPerSecond + length % m_rate * kNsPerSecond / m_rate;
 }
 
-qint64 KdTakeTimeline::missingBefore(qint64 frames, qint64 nowNs) const
+qint64 KdTakeTimeline::missing(qint64 frames, qint64 nowNs, qint64 patienceNs) const
 {
     const qint64 lateNs = m_arrivals.lateness(frames, nowNs);
-    return lateNs > kPatienceNs ? framesOf(lateNs) : 0;
+    return lateNs > patienceNs ? framesOf(lateNs) : 0;
+}
+
+qint64 KdTakeTimeline::missingBefore(qint64 frames, qint64 nowNs) const
+{
+    return missing(frames, nowNs, m_isSilent ? 0 : kPatienceNs);
 }
 
 qint64 KdTakeTimeline::missingUntil(qint64 ns) const
 {
-    return m_rate == 0 ? 0 : missingBefore(0, ns);
+    return m_rate == 0 ? 0 : missing(0, ns, kPatienceNs);
 }
 
 bool KdTakeTimeline::isSurplus(qint64 frames, qint64 nowNs)
@@ -51,6 +56,15 @@ qint64 KdTakeTimeline::soundArrived(qint64 frames, qint64 nowNs)
 {
     const qint64 begin = m_arrivals.received();
     m_arrivals.arrived(frames, nowNs);
+    m_isSilent = false;
+    return begin;
+}
+
+qint64 KdTakeTimeline::silenceArrived(qint64 frames, qint64 nowNs)
+{
+    const qint64 begin = soundArrived(frames, nowNs);
+    m_isSilent = true;
+    m_owed += frames;
     return begin;
 }
 

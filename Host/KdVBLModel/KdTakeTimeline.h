@@ -25,7 +25,8 @@ public:
     static constexpr qint64 kPatienceNs = 300000000;
 
     /**
-     * The sound that is missing before a block, as an input that stopped for some time leaves it.
+     * The sound that is missing before a block, as an input that stopped for some time leaves it:
+     * all of it after silence that was put in, else what is more than late.
      * @param frames of the block @param nowNs when it arrives
      * @return frames of silence to put in, by soundArrived(), before the block.
      */
@@ -38,8 +39,8 @@ public:
 
     /** @return the position at which the block begins. */
     qint64 soundArrived(qint64 frames, qint64 nowNs);
-    /** Tells that frames that arrived are silence that was put in. */
-    void silenceArrived(qint64 frames) { m_owed += frames; }
+    /** The same for silence that is put in. */
+    qint64 silenceArrived(qint64 frames, qint64 nowNs);
     qint64 soundReceived() const { return m_arrivals.received(); }
 
     void pause(qint64 nowNs) { m_pauses.pause(positionAt(nowNs)); }
@@ -65,6 +66,7 @@ public:
 private:
     qint64 positionAt(qint64 nowNs) const;
     qint64 framesOf(qint64 ns) const;
+    qint64 missing(qint64 frames, qint64 nowNs, qint64 patienceNs) const;
 
     int m_rate;
     KdArrivalClock m_arrivals;
@@ -72,5 +74,6 @@ private:
     bool m_hasBegun = false;
     qint64 m_begin = 0;
     qint64 m_beginInFile = 0; ///< as the pause clock counts
+    bool m_isSilent = false;  ///< what arrived last was put in
     qint64 m_owed = 0;        ///< silence that was put in and whose sound may still come
 };

@@ -441,6 +441,7 @@ bool KdWebcamTake::finish()
     close();
     const KdTakeResult result = d->writer.finish();
     const std::lock_guard<std::mutex> lock(d->mutex);
+    d->lost += d->writer.picturesSkipped();
     d->logEnd(result);
     d->outcome = result != KdTakeResult::Lost;
     d->changed.notify_all();

@@ -1,5 +1,6 @@
 #include "FlashBeep.h"
 
+#include "ClipProbe.h"
 #include "Command.h"
 #include "MediaProbe.h"
 
@@ -15,25 +16,6 @@ double phase(double second)
 {
     const double since = second - FlashBeep::kFirst;
     return since - std::floor(since / FlashBeep::kPeriod) * FlashBeep::kPeriod;
-}
-
-QVector<double> pictureTimes(const QString& path)
-{
-    const Command::Result result = Command::run(
-        QStringLiteral("ffprobe"),
-        {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
-         QStringLiteral("v"), QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
-         QStringLiteral("-of"), QStringLiteral("csv=p=0"), path},
-        kTimeoutMs);
-    QVector<double> times;
-    const QList<QByteArray> lines = result.output.split('\n');
-    for (const QByteArray& line : lines) {
-        const QByteArray number = line.split(',').first();
-        if (!number.isEmpty()) {
-            times.append(number.toDouble());
-        }
-    }
-    return times;
 }
 
 /** One byte for each picture: its mean brightness. */
@@ -64,7 +46,7 @@ float FlashBeep::sample(double second)
 
 QVector<double> FlashBeep::flashes(const QString& path)
 {
-    const QVector<double> times = pictureTimes(path);
+    const QVector<double> times = ClipProbe::probe(path).pictureTimes;
     const QByteArray levels = brightness(path);
     QVector<double> begins;
     if (times.size() != levels.size()) {
