@@ -18,6 +18,7 @@
 #include <KdRecord/KdTakeWatch.h>
 #include <KdVBLModel/KdProject.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
+#include <KdWidgets/KdButton.h>
 #include <KdWidgets/KdCheckBox.h>
 #include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdDoubleSpinBox.h>

@@ -17,6 +17,7 @@
 #include <KdRecord/KdTakeTime.h>
 #include <KdRecord/KdTakeWatch.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
+#include <KdWidgets/KdButton.h>
 #include <KdWidgets/KdDoubleSpinBox.h>
 #include <KdWidgets/KdLabel.h>
 #include <KdWidgets/KdToolButton.h>

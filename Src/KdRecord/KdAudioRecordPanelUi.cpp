@@ -5,6 +5,7 @@
 #include <KdRecord/KdCountdownBox.h>
 #include <KdRecord/KdRecordWidgets.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
+#include <KdWidgets/KdButton.h>
 #include <KdWidgets/KdCheckBox.h>
 #include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdDoubleSpinBox.h>

@@ -5,6 +5,7 @@
 
 class KAdvanceBtn;
 class KdAudioVolumeWidget;
+class KdButton;
 class KdCheckBox;
 class KdComboBox;
 class KdCountCtrl;
@@ -38,8 +39,8 @@ public:
 
     KdToolButton* startStop = nullptr;
     KdToolButton* stop = nullptr; ///< lies over startStop while the countdown runs
-    KdToolButton* reRecord = nullptr;
-    KdToolButton* pause = nullptr;
+    KdButton* reRecord = nullptr;
+    KdButton* pause = nullptr;
     KdLabel* time = nullptr;
     KdAudioVolumeWidget* meter = nullptr;
     KdCountCtrl* countdown = nullptr; ///< a window of its own, placed over startStop

@@ -1,6 +1,7 @@
 #include <KdRecord/KdRecordWidgets.h>
 
 #include <KdRecord/KdRecordShortcut.h>
+#include <KdWidgets/KdButton.h>
 #include <KdWidgets/KdLabel.h>
 #include <KdWidgets/KdToolButton.h>
 
@@ -14,9 +15,10 @@ constexpr int kTimePointSize = 20;
 
 } // namespace
 
-KdToolButton* KdRecordWidgets::makeTakeButton(QWidget* parent, const QString& name)
+KdButton* KdRecordWidgets::makeTakeButton(QWidget* parent, const QString& name)
 {
-    auto* const button = KdToolButton::CreateToolButton(parent, name);
+    auto* const button = new KdButton(parent);
+    button->setObjectName(name);
     button->setFixedSize(kTakeButtonSize);
     button->setIconSize(kTakeButtonSize);
     button->setProperty("round", true);
@@ -27,14 +29,14 @@ KdToolButton* KdRecordWidgets::makeTakeButton(QWidget* parent, const QString& na
     return button;
 }
 
-KdToolButton* KdRecordWidgets::makeReRecordButton(QWidget* parent, const QString& name)
+KdButton* KdRecordWidgets::makeReRecordButton(QWidget* parent, const QString& name)
 {
     auto* const button = makeTakeButton(parent, name);
     button->setIconFiles(KdToolButton::svgIconSet(QStringLiteral("icon36_reset")));
     return button;
 }
 
-KdToolButton* KdRecordWidgets::makePauseButton(QWidget* parent, const QString& name)
+KdButton* KdRecordWidgets::makePauseButton(QWidget* parent, const QString& name)
 {
     auto* const button = makeTakeButton(parent, name);
     button->setCheckable(true);

@@ -4,6 +4,7 @@
 #include <QSize>
 #include <QString>
 
+class KdButton;
 class KdLabel;
 class KdToolButton;
 class QWidget;
@@ -15,9 +16,9 @@ class KdRecordWidgets
 
 public:
     /** A button that shows only during a take, and keeps its place otherwise. */
-    static KdToolButton* makeTakeButton(QWidget* parent, const QString& name);
-    static KdToolButton* makeReRecordButton(QWidget* parent, const QString& name);
-    static KdToolButton* makePauseButton(QWidget* parent, const QString& name);
+    static KdButton* makeTakeButton(QWidget* parent, const QString& name);
+    static KdButton* makeReRecordButton(QWidget* parent, const QString& name);
+    static KdButton* makePauseButton(QWidget* parent, const QString& name);
     /** A button in the skin's style of "BasicWidget/" and its name. */
     static KdToolButton* makeStyledButton(QWidget* parent, const QString& name, const QSize& size);
     static KdLabel* makeCaption(QWidget* parent, QWidget* buddy = nullptr);

@@ -1,15 +1,10 @@
 #include "AudioRecordFixture.h"
 
 #include <KdAppSettings/KdAppSettings.h>
-#include <KdRecord/KRecordSettingParam.h>
 #include <KdRecord/KdCountCtrl.h>
 #include <KdVBLModel/KdProject.h>
-#include <KdVBLModel/KdTrackEventLog.h>
-#include <KdZentraCore/KdUtility.h>
-#include <KdZentraCore/KdWindowsApi.h>
 
 #include <QAction>
-#include <QDir>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QMenu>
@@ -18,52 +13,11 @@
 
 using namespace KdVBLMODEL;
 
-QString BracketingTranslator::translate(const char* context, const char* source,
-                                        const char* disambiguation, int n) const
-{
-    Q_UNUSED(context)
-    Q_UNUSED(disambiguation)
-    Q_UNUSED(n)
-    return QStringLiteral("[%1]").arg(QString::fromUtf8(source));
-}
-
-QStringList AudioRecordFixture::texts(std::initializer_list<const char*> lines)
-{
-    QStringList list;
-    for (const char* const line : lines) {
-        list.append(QString::fromUtf8(line));
-    }
-    return list;
-}
-
 void AudioRecordFixture::init()
 {
-    KdTestCase::init();
-    answers = std::make_unique<WindowAnswers>();
-    engine = std::make_unique<ScriptedEngine>();
-    engine->script().take = QByteArrayLiteral("sound");
-    setMicrophones({QStringLiteral("Mic A"), QStringLiteral("Mic B")});
-    KRecordSettingParam::instance()->release();
-    KdAppSettings::GetInstance()->Load();
+    RecordFixture::init();
     setVoiceFolder(temporaryPath(QStringLiteral("takes")));
     IKdProjectManager::getInstance()->setFrameRate(KdFrameRate::Fps25);
-    KdTrackEventLog::clear();
-    mainWindow = std::make_unique<QWidget>();
-    mainWindow->setObjectName(QStringLiteral("Host"));
-    KdUtility::gSetMainWindow(mainWindow.get());
-    signalTexts.clear();
-    finishedPath.clear();
-    nowMs = 1000000;
-    localTime = QDateTime(QDate(2026, 3, 9), QTime(8, 5, 7));
-}
-
-void AudioRecordFixture::cleanup()
-{
-    answers.reset();
-    delete window;
-    mainWindow.reset();
-    engine.reset();
-    KdTestCase::cleanup();
 }
 
 void AudioRecordFixture::showPanel()
@@ -137,16 +91,6 @@ void AudioRecordFixture::recordSignals()
             });
 }
 
-void AudioRecordFixture::setMicrophones(const QStringList& names)
-{
-    QList<_KdCaptureDevInf> devices;
-    for (const QString& name : names) {
-        const int index = devices.size();
-        devices.append({kdtMicrophone, index, name, QStringLiteral("id-") + name});
-    }
-    engine->script().microphones = devices;
-}
-
 void AudioRecordFixture::setVoiceFolder(const QString& folder)
 {
     KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(folder);
@@ -160,11 +104,6 @@ QString AudioRecordFixture::voiceFolder() const
         ->GetRecorderVoiceFolder();
 }
 
-void AudioRecordFixture::click(const char* name, const TestPlace& place)
-{
-    DialogDriver::click(*panel, QLatin1String(name), place);
-}
-
 QString AudioRecordFixture::timeText() const
 {
     return control<QLabel>("KAudioCapture_TimeLabel")->text();
@@ -173,11 +112,6 @@ QString AudioRecordFixture::timeText() const
 bool AudioRecordFixture::isCountingDown() const
 {
     return control<KdCountCtrl>("KAudioCapture_Countdown")->isActive();
-}
-
-bool AudioRecordFixture::isLocked() const
-{
-    return !KdWindowsApi::IsWindowsEnableApi(mainWindow->winId());
 }
 
 QString AudioRecordFixture::startTake()
@@ -212,13 +146,6 @@ void AudioRecordFixture::reachState(const QString& state)
     }
 }
 
-void AudioRecordFixture::pressKey(int key, Qt::KeyboardModifiers modifiers)
-{
-    QWidget* const focused = QApplication::focusWidget();
-    QTest::keyClick(focused ? focused : window.data(), static_cast<Qt::Key>(key), modifiers);
-    drain();
-}
-
 bool AudioRecordFixture::waitForRebuild(int formerCount)
 {
     return DialogDriver::waitUntil(
@@ -228,14 +155,5 @@ bool AudioRecordFixture::waitForRebuild(int formerCount)
 
 QStringList AudioRecordFixture::takes() const
 {
-    return QDir(voiceFolder()).entryList(QDir::Files, QDir::Name);
-}
-
-void AudioRecordFixture::drain()
-{
-    // Posted events come in the order posted, so whatever was posted before has been delivered.
-    bool isOver = false;
-    QMetaObject::invokeMethod(
-        qApp, [&isOver] { isOver = true; }, Qt::QueuedConnection);
-    QTRY_VERIFY(isOver);
+    return filesIn(voiceFolder());
 }

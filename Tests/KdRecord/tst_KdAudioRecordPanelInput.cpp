@@ -16,16 +16,6 @@
 
 using namespace KdVBLMODEL;
 
-namespace {
-
-void setShortcut(const QKeySequence& sequence)
-{
-    IKdShortcutEditManager::GetInstance()->SetKeySequence(IKdShortcutEditManager::kRecordShortcutId,
-                                                          sequence);
-}
-
-} // namespace
-
 /** The voice-over panel under the keyboard, in other languages, and for those who cannot see it. */
 class tst_KdAudioRecordPanelInput : public AudioRecordFixture
 {
@@ -57,18 +47,9 @@ private Q_SLOTS:
     void everythingFits();
     void recordButtonStandsInTheMiddle();
 
-protected Q_SLOTS:
-    void cleanup();
-
 private:
     bool isActivated() { return isCountingDown() || panel->status() == fcsRecording; }
 };
-
-void tst_KdAudioRecordPanelInput::cleanup()
-{
-    setShortcut(QKeySequence(Qt::Key_Space));
-    AudioRecordFixture::cleanup();
-}
 
 void tst_KdAudioRecordPanelInput::shortcutStartsAndStops()
 {

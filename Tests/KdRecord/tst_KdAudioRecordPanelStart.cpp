@@ -9,15 +9,6 @@
 
 using namespace KdVBLMODEL;
 
-namespace {
-
-KdOutputFolderCheck withFreeSpace(qint64 megabytes)
-{
-    return KdOutputFolderCheck([megabytes](const QString&) { return megabytes; });
-}
-
-} // namespace
-
 /** From the press of the record button to the recording: countdown, folder, refusal. */
 class tst_KdAudioRecordPanelStart : public AudioRecordFixture
 {

@@ -342,6 +342,80 @@
     </message>
 </context>
 <context>
+    <name>KdWebcamRecordPanel</name>
+    <message>
+        <source>Live Record</source>
+        <translation>Live-Aufnahme</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufnahme läuft</translation>
+    </message>
+    <message>
+        <source>No Device</source>
+        <translation>Kein Gerät</translation>
+    </message>
+    <message>
+        <source>Close the Recording Preview Window</source>
+        <translation>Vorschaufenster schließen</translation>
+    </message>
+    <message>
+        <source>Open the Recording Preview Window</source>
+        <translation>Vorschaufenster öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>KdWebcamRecordPanelUi</name>
+    <message>
+        <source>Record Time:</source>
+        <translation>Aufnahmezeit:</translation>
+    </message>
+    <message>
+        <source>Video Device:</source>
+        <translation>Videogerät:</translation>
+    </message>
+    <message>
+        <source>Audio:</source>
+        <translation>Audio:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>Auflösung:</translation>
+    </message>
+    <message>
+        <source>Frame Rate:</source>
+        <translation>Bildrate:</translation>
+    </message>
+    <message>
+        <source>Count Down:</source>
+        <translation>Countdown:</translation>
+    </message>
+    <message>
+        <source>sec</source>
+        <translation>Sek.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Re-record</source>
+        <translation>Neu aufnehmen</translation>
+    </message>
+    <message>
+        <source>Input level</source>
+        <translation>Eingangspegel</translation>
+    </message>
+    <message>
+        <source>Webcam picture</source>
+        <translation>Webcam-Bild</translation>
+    </message>
+    <message>
+        <source>Connect a webcam, and its picture appears here</source>
+        <translation>Schließen Sie eine Webcam an – ihr Bild erscheint hier</translation>
+    </message>
+</context>
+<context>
     <name>StudioEmptyState</name>
     <message>
         <source>Choose a take</source>

@@ -342,6 +342,80 @@
     </message>
 </context>
 <context>
+    <name>KdWebcamRecordPanel</name>
+    <message>
+        <source>Live Record</source>
+        <translation>实时画面</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>正在录制</translation>
+    </message>
+    <message>
+        <source>No Device</source>
+        <translation>无设备</translation>
+    </message>
+    <message>
+        <source>Close the Recording Preview Window</source>
+        <translation>关闭录制预览窗口</translation>
+    </message>
+    <message>
+        <source>Open the Recording Preview Window</source>
+        <translation>打开录制预览窗口</translation>
+    </message>
+</context>
+<context>
+    <name>KdWebcamRecordPanelUi</name>
+    <message>
+        <source>Record Time:</source>
+        <translation>录制时间：</translation>
+    </message>
+    <message>
+        <source>Video Device:</source>
+        <translation>视频设备：</translation>
+    </message>
+    <message>
+        <source>Audio:</source>
+        <translation>音频：</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <translation>分辨率：</translation>
+    </message>
+    <message>
+        <source>Frame Rate:</source>
+        <translation>帧率：</translation>
+    </message>
+    <message>
+        <source>Count Down:</source>
+        <translation>倒计时：</translation>
+    </message>
+    <message>
+        <source>sec</source>
+        <translation>秒</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Re-record</source>
+        <translation>重新录制</translation>
+    </message>
+    <message>
+        <source>Input level</source>
+        <translation>输入电平</translation>
+    </message>
+    <message>
+        <source>Webcam picture</source>
+        <translation>摄像头画面</translation>
+    </message>
+    <message>
+        <source>Connect a webcam, and its picture appears here</source>
+        <translation>连接摄像头后，画面将显示在此处</translation>
+    </message>
+</context>
+<context>
     <name>StudioEmptyState</name>
     <message>
         <source>Choose a take</source>

@@ -1,0 +1,3 @@
+#include <KdWidgets/KdButton.h>
+
+KdButton::KdButton(QWidget* parent) : KdToolButton(parent) {}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <KdWidgets/KdToolButton.h>
+
+/** An icon button with corners of 6 pixels; with the property "round" a round one. */
+class KDWIDGETS_EXPORT KdButton : public KdToolButton
+{
+    Q_OBJECT
+
+public:
+    explicit KdButton(QWidget* parent = nullptr);
+};
