@@ -1,5 +1,6 @@
 #include <KdWidgets/KdFramelessDialog.h>
 
+#include <KdWidgets/KdResizeGrips.h>
 #include <KdWidgets/KdTitleBar.h>
 #include <KdWidgets/KdWindowWatch.h>
 
@@ -21,14 +22,13 @@ Qt::WindowFlags windowFlagsFor(int kind)
 
 } // namespace
 
-KdFramelessDialog::KdFramelessDialog(QWidget* parent, bool titleBar, bool shadow, int kind)
+KdFramelessDialog::KdFramelessDialog(QWidget* parent, bool fixedSize, bool shadow, int kind)
     : KdDialog(parent, windowFlagsFor(kind))
     , m_pTitleBar(new KdTitleBar(this))
     , m_pButtonBar(new QWidget(this))
     , m_pButtonLayout(new QHBoxLayout(m_pButtonBar))
     , m_pLayout(new QVBoxLayout(this))
 {
-    m_pTitleBar->setVisible(titleBar);
     m_pButtonLayout->setContentsMargins(16, 0, 16, 16);
     m_pButtonLayout->setSpacing(8);
     m_pButtonLayout->addStretch();
@@ -38,6 +38,9 @@ KdFramelessDialog::KdFramelessDialog(QWidget* parent, bool titleBar, bool shadow
     m_pLayout->addWidget(m_pButtonBar);
     if (shadow) {
         addBorder();
+    }
+    if (!fixedSize) {
+        connect(m_pTitleBar, &KdTitleBar::ResizebleChanged, this, &KdFramelessDialog::setResizable);
     }
 }
 
@@ -66,6 +69,9 @@ void KdFramelessDialog::setContentWidget(QWidget* widget)
     }
     if (m_pBorder) {
         m_pBorder->raise();
+    }
+    if (m_pGrips) {
+        m_pGrips->place();
     }
 }
 
@@ -99,6 +105,14 @@ void KdFramelessDialog::addBorder()
     m_pBorder = new QFrame(this);
     m_pBorder->setObjectName(QStringLiteral("KdFramelessDialog_Border"));
     m_pBorder->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void KdFramelessDialog::setResizable(bool resizable)
+{
+    delete m_pGrips;
+    if (resizable) {
+        m_pGrips = new KdResizeGrips(this);
+    }
 }
 
 void KdFramelessDialog::centre()
@@ -177,5 +191,8 @@ void KdFramelessDialog::resizeEvent(QResizeEvent* event)
         m_pBorder->setGeometry(rect());
         m_pBorder->setMask(QRegion(rect()) - QRegion(rect().adjusted(1, 1, -1, -1)));
         m_pBorder->raise();
+    }
+    if (m_pGrips) {
+        m_pGrips->place();
     }
 }

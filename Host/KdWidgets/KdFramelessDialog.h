@@ -6,6 +6,7 @@
 #include <QPoint>
 #include <QPointer>
 
+class KdResizeGrips;
 class KdTitleBar;
 class QFrame;
 class QHBoxLayout;
@@ -22,12 +23,13 @@ class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 
 public:
     /**
-     * @param titleBar whether there is a title bar
+     * @param fixedSize false: the size is the user's as well, as soon as the title bar is told so
+     *        by SetResizeble()
      * @param shadow whether a one-pixel border in the stroke colour lies over the edge; it takes no
      *        room
      * @param kind 1: a dialog, 0: a plain window that also stands in the task bar
      */
-    explicit KdFramelessDialog(QWidget* parent = nullptr, bool titleBar = true, bool shadow = true,
+    explicit KdFramelessDialog(QWidget* parent = nullptr, bool fixedSize = true, bool shadow = true,
                                int kind = 1);
     ~KdFramelessDialog() override;
 
@@ -53,6 +55,7 @@ private:
     void addBorder();
     void centre();
     void orderFocus();
+    void setResizable(bool resizable);
 
     KdTitleBar* m_pTitleBar = nullptr;
     QPointer<QWidget> m_pContent;
@@ -60,6 +63,7 @@ private:
     QHBoxLayout* m_pButtonLayout = nullptr;
     QVBoxLayout* m_pLayout = nullptr;
     QFrame* m_pBorder = nullptr;
+    QPointer<KdResizeGrips> m_pGrips;
     bool m_bCentred = false;
     QPoint m_shownAt;
     QElapsedTimer m_sinceShown;

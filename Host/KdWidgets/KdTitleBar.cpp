@@ -71,6 +71,14 @@ void KdTitleBar::SetMinimizedEnable(bool enable)
     m_bMinimizes = enable;
 }
 
+void KdTitleBar::SetResizeble(bool enable)
+{
+    if (enable != m_bResizeble) {
+        m_bResizeble = enable;
+        Q_EMIT ResizebleChanged(enable);
+    }
+}
+
 void KdTitleBar::minimizePressed()
 {
     if (m_bMinimizes) {
@@ -90,7 +98,8 @@ void KdTitleBar::closePressed()
 
 void KdTitleBar::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || movedByCompositor(window())) {
+    if (event->button() != Qt::LeftButton || window()->isMaximized() ||
+        movedByCompositor(window())) {
         return;
     }
     m_bDragging = true;
@@ -102,6 +111,15 @@ void KdTitleBar::mouseMoveEvent(QMouseEvent* event)
     if (m_bDragging && (event->buttons() & Qt::LeftButton)) {
         window()->move(event->globalPos() - m_dragStart);
     }
+}
+
+void KdTitleBar::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (!m_bResizeble || event->button() != Qt::LeftButton) {
+        return;
+    }
+    m_bDragging = false;
+    window()->setWindowState(window()->windowState() ^ Qt::WindowMaximized);
 }
 
 void KdTitleBar::mouseReleaseEvent(QMouseEvent* /*event*/)

@@ -37,8 +37,13 @@ public:
     /** While false the minimise button only reports itself; while true, the default, it also
      * minimises the window. */
     void SetMinimizedEnable(bool enable);
+    /** Whether the window's size is the user's, which it is not by default: then a double click on
+     * the bar fills the screen, and back. */
+    void SetResizeble(bool enable);
+    bool isResizeble() const { return m_bResizeble; }
 
 Q_SIGNALS:
+    void ResizebleChanged(bool enabled);
     /**
      * A button was pressed; id is a ButtonId. The close button closes the window afterwards, unless
      * a receiver has destroyed it.
@@ -48,6 +53,7 @@ Q_SIGNALS:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -63,4 +69,5 @@ private:
     QPoint m_dragStart;
     bool m_bDragging = false;
     bool m_bMinimizes = true;
+    bool m_bResizeble = false;
 };

@@ -221,7 +221,7 @@ void KdAudioRecordView::reportFinished(const QString& filePath, int audio_channe
 
 void KdAudioRecordView::closeEvent(QCloseEvent* event)
 {
-    if (m_closing == Closing::Begun) {
+    if (m_closing.isUnderway()) {
         // From inside a message that closing has brought up: the first closing goes on.
         event->ignore();
         return;
@@ -235,7 +235,7 @@ void KdAudioRecordView::closeEvent(QCloseEvent* event)
 
 void KdAudioRecordView::reject()
 {
-    if (m_closing == Closing::Begun) {
+    if (m_closing.isUnderway()) {
         return;
     }
     const QPointer<KdAudioRecordView> self(this);
@@ -247,10 +247,9 @@ void KdAudioRecordView::reject()
 
 void KdAudioRecordView::leave()
 {
-    if (m_closing != Closing::NotYet) {
+    if (!m_closing.begin()) {
         return;
     }
-    m_closing = Closing::Begun;
     const QPointer<KdAudioRecordView> self(this);
     Q_EMIT sigClose();
     if (!self) {
@@ -259,6 +258,6 @@ void KdAudioRecordView::leave()
     m_pTrayIcon->hide();
     m_pPanel->close();
     if (self) {
-        m_closing = Closing::Done;
+        m_closing.finish();
     }
 }

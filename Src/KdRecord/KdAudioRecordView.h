@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KdRecord/KdClosing.h>
 #include <KdRecord/KdRecordExport.h>
 #include <KdWidgets/KdFramelessDialog.h>
 
@@ -68,13 +69,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    enum class Closing
-    {
-        NotYet,
-        Begun,
-        Done
-    };
-
     void initWidgets();
     void initTray();
     void initConnects();
@@ -96,5 +90,5 @@ private:
     QAction* m_pActQuit = nullptr;
     QIcon m_iconIdle;
     QIcon m_iconRunning;
-    Closing m_closing = Closing::NotYet;
+    KdClosing m_closing;
 };

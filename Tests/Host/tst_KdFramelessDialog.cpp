@@ -44,7 +44,8 @@ private Q_SLOTS:
     void titleIsTheWindowsToo();
     void buttonsStandOnTheRight();
     void buttonBarCanBeHidden();
-    void titleBarCanBeLeftOut();
+    void sizeIsTheUsersOnlyWhenBothSidesSaySo_data();
+    void sizeIsTheUsersOnlyWhenBothSidesSaySo();
     void borderLiesOverTheEdge();
     void hasNoFrameOfTheWindowSystem_data();
     void hasNoFrameOfTheWindowSystem();
@@ -148,15 +149,41 @@ void tst_KdFramelessDialog::buttonBarCanBeHidden()
     QCOMPARE(dialog.height(), 140);
 }
 
-void tst_KdFramelessDialog::titleBarCanBeLeftOut()
+void tst_KdFramelessDialog::sizeIsTheUsersOnlyWhenBothSidesSaySo_data()
 {
-    KdFramelessDialog dialog(nullptr, false);
-    auto* content = new QWidget;
-    dialog.setContentWidget(content);
-    dialog.setButtonBarVisible(false);
-    dialog.setFixedSize(300, 200);
+    QTest::addColumn<bool>("fixedSize");
+    QTest::addColumn<bool>("resizable");
+    QTest::newRow("neither") << true << false;
+    QTest::newRow("the dialog only") << false << false;
+    QTest::newRow("the title bar only") << true << true;
+    QTest::newRow("both") << false << true;
+}
+
+void tst_KdFramelessDialog::sizeIsTheUsersOnlyWhenBothSidesSaySo()
+{
+    QFETCH(bool, fixedSize);
+    QFETCH(bool, resizable);
+    KdFramelessDialog dialog(nullptr, fixedSize);
+    dialog.resize(400, 300);
+    dialog.titleBar()->SetResizeble(resizable);
     dialog.show();
-    QCOMPARE(content->geometry(), QRect(0, 0, 300, 200));
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(dialog.titleBar()->isVisible());
+    auto* const grip = dialog.findChild<QWidget*>(QStringLiteral("KdResizeGrip_BottomRight"));
+    QCOMPARE(grip != nullptr, !fixedSize && resizable);
+    if (!grip) {
+        return;
+    }
+    QTest::mousePress(grip, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    const QPoint to = grip->mapToGlobal(QPoint(5, 5)) + QPoint(60, 40);
+    QMouseEvent move(QEvent::MouseMove, grip->mapFromGlobal(to), to, Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(grip, &move);
+    QTRY_COMPARE(dialog.size(), QSize(460, 340));
+    // The grips have moved with the edges.
+    QTRY_COMPARE(grip->geometry().bottomRight(), QPoint(459, 339));
+    dialog.titleBar()->SetResizeble(false);
+    QVERIFY(!dialog.findChild<QWidget*>(QStringLiteral("KdResizeGrip_BottomRight")));
 }
 
 void tst_KdFramelessDialog::borderLiesOverTheEdge()
