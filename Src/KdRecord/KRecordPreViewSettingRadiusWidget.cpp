@@ -100,6 +100,7 @@ void KRecordPreViewSettingRadiusWidget::RetranslateUi()
     m_pBtnBlurred->setToolTip(tr("Blur Background"));
     m_pBtnRemoval->setToolTip(tr("Remove Background"));
     m_pBtnMirror->setToolTip(tr("Flip"));
+    describeStates();
     KdRoundRadiusWidget::RetranslateUi();
 }
 
@@ -224,6 +225,7 @@ void KRecordPreViewSettingRadiusWidget::toggleBackground(_KdCaptureRecordBackgro
 void KRecordPreViewSettingRadiusWidget::updateShapeBtn()
 {
     showChoice(m_shapeBtns, m_shape);
+    describeStates();
 }
 
 void KRecordPreViewSettingRadiusWidget::updateBackgroundBtn()
@@ -233,9 +235,21 @@ void KRecordPreViewSettingRadiusWidget::updateBackgroundBtn()
     } else {
         showChoice(m_backgroundBtns, m_backgroundMode);
     }
+    describeStates();
 }
 
 void KRecordPreViewSettingRadiusWidget::updateMirrorBtn()
 {
     KdSkinManager::setCheckState(m_pBtnMirror, m_bFlip);
+    describeStates();
+}
+
+/** What the look tells, for those who do not see it. */
+void KRecordPreViewSettingRadiusWidget::describeStates()
+{
+    for (KdToolButton* button :
+         {m_pBtnCircle, m_pBtnSquare, m_pBtnRemoval, m_pBtnBlurred, m_pBtnMirror}) {
+        const bool isChecked = button->property("checkState") == QStringLiteral("checked");
+        button->setAccessibleDescription(isChecked ? tr("Selected") : QString());
+    }
 }

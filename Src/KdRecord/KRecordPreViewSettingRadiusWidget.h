@@ -65,6 +65,7 @@ private:
     void updateShapeBtn();
     void updateBackgroundBtn();
     void updateMirrorBtn();
+    void describeStates();
 
     KdToolButton* m_pBtnSquare = nullptr;
     KdToolButton* m_pBtnCircle = nullptr;

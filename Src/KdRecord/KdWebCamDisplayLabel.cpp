@@ -29,6 +29,14 @@ QVariant configured(const char* key, const QVariant& fallback)
                                              QLatin1String(key), fallback);
 }
 
+/** For each pixel of the widget. The screen's ratio, unless the widget is painted onto something
+ * else. */
+double devicePixels(const QPainter& painter)
+{
+    const double scale = painter.deviceTransform().m11();
+    return scale > 0 ? scale : painter.device()->devicePixelRatioF();
+}
+
 } // namespace
 
 KdWebCamDisplayLabel::KdWebCamDisplayLabel(QWidget* parent)
@@ -209,17 +217,17 @@ void KdWebCamDisplayLabel::paintEvent(QPaintEvent* event)
 /** @return false when there is no frame to paint. */
 bool KdWebCamDisplayLabel::paintFrame()
 {
-    const KdPreviewLook look{size(), devicePixelRatioF(), m_shape == fcrsCircle, m_bFlipped};
-    const KdPreviewPicture* const picture = m_pStore->picture(look);
+    QPainter painter(this);
+    const double ratio = devicePixels(painter);
+    const KdPreviewPicture* const picture =
+        m_pStore->picture({size(), ratio, m_shape == fcrsCircle, m_bFlipped});
     if (!picture) {
         return false;
     }
-    QPainter painter(this);
     // In pixels of the screen, so that the picture is copied as it is.
-    painter.scale(1 / look.ratio, 1 / look.ratio);
-    const QRect covered(picture->place, picture->image.size());
-    const QRect all(QPoint(), (QSizeF(size()) * look.ratio).toSize());
-    const QRegion bars = QRegion(all.adjusted(0, 0, 1, 1)) - covered;
+    painter.scale(1 / ratio, 1 / ratio);
+    const QRect all(QPoint(), (QSizeF(size()) * ratio).toSize() + QSize(1, 1));
+    const QRegion bars = QRegion(all) - QRect(picture->place, picture->image.size());
     for (const QRect& bar : bars) {
         painter.fillRect(bar, Qt::black);
     }

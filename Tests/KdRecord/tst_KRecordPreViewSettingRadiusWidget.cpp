@@ -68,6 +68,7 @@ private Q_SLOTS:
     void aCallbackMayDestroyTheStrip();
 
     void everyButtonWorksFromTheKeyboard();
+    void assistiveTechnologyIsToldWhatIsChecked();
     void everyStateLooksDifferent_data();
     void everyStateLooksDifferent();
     void standsOutFromAnyPicture_data();
@@ -496,6 +497,21 @@ void tst_KRecordPreViewSettingRadiusWidget::everyButtonWorksFromTheKeyboard()
     QCOMPARE(m_asked, QStringList({QStringLiteral("shape 0"), QStringLiteral("shape 1"),
                                    QStringLiteral("background 0"), QStringLiteral("background 1"),
                                    QStringLiteral("flip 1")}));
+}
+
+void tst_KRecordPreViewSettingRadiusWidget::assistiveTechnologyIsToldWhatIsChecked()
+{
+    make(fcrsCircle, fcbmBlur, false);
+    answer(true);
+    m_strip->useUserSettings();
+    QCOMPARE(button(kCircle)->accessibleDescription(), QStringLiteral("Selected"));
+    QCOMPARE(button(kBlurred)->accessibleDescription(), QStringLiteral("Selected"));
+    QVERIFY(button(kSquare)->accessibleDescription().isEmpty());
+    QVERIFY(button(kMirror)->accessibleDescription().isEmpty());
+    click(kBlurred);
+    QVERIFY(button(kBlurred)->accessibleDescription().isEmpty());
+    const WidgetLooks::Brackets brackets;
+    QTRY_COMPARE(button(kCircle)->accessibleDescription(), QStringLiteral("[Selected]"));
 }
 
 void tst_KRecordPreViewSettingRadiusWidget::everyStateLooksDifferent_data()

@@ -127,6 +127,10 @@
         <source>Flip</source>
         <translation>Spiegeln</translation>
     </message>
+    <message>
+        <source>Selected</source>
+        <translation>Ausgewählt</translation>
+    </message>
 </context>
 <context>
     <name>KdAudioDeviceBoxes</name>

@@ -127,6 +127,10 @@
         <source>Flip</source>
         <translation>翻转</translation>
     </message>
+    <message>
+        <source>Selected</source>
+        <translation>已选择</translation>
+    </message>
 </context>
 <context>
     <name>KdAudioDeviceBoxes</name>
