@@ -1,45 +1,20 @@
 #include "KdPreviewPicture.h"
 
+#include "KdPreviewScaler.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <vector>
 
 namespace {
 
+using KdPreviewScaler::kWhole;
+using KdPreviewScaler::Neighbours;
+using KdPreviewScaler::Rows;
+
 constexpr int kBytesPerPixel = 4;
 constexpr quint32 kOpaque = 0xff000000U;
-constexpr quint32 kWhole = 256; ///< parts of a pixel
-
-// Four channels of 8 bits in four lanes of 16, so that one multiplication weighs them all.
-
-quint64 toLanes(quint32 pixel)
-{
-    return (quint64(pixel & 0xff00ff00U) << 24U) | (pixel & 0x00ff00ffU);
-}
-
-/** @param lanes each 256 times its channel */
-quint32 fromLanes(quint64 lanes)
-{
-    const quint64 channels = (lanes >> 8U) & 0x00ff00ff00ff00ffULL;
-    return quint32(channels | (channels >> 24U));
-}
-
-quint32 pixelAt(const uchar* row, int column)
-{
-    quint32 pixel = 0;
-    std::memcpy(&pixel, row + std::ptrdiff_t(column) * kBytesPerPixel, sizeof pixel);
-    return pixel;
-}
-
-/** The two pixels of a row or column between which a place of the picture lies. */
-struct Neighbours
-{
-    int first = 0;
-    int second = 0;
-    quint32 part = 0; ///< of the second, 0 to kWhole
-};
 
 /** How the pixels of the picture lie on those of the frame, along one axis. */
 struct Axis
@@ -56,43 +31,16 @@ Neighbours neighboursOf(const Axis& axis, int pixel, bool isMirrored)
     const double last = axis.count - 1;
     const double shown = qBound(0.0, axis.middleOf(pixel) - 0.5, last);
     const double place = isMirrored ? last - shown : shown;
-    const int first = int(place);
-    return {first, std::min(first + 1, axis.count - 1),
-            quint32(std::lround((place - first) * kWhole))};
-}
-
-struct Rows
-{
-    const uchar* upper;
-    const uchar* lower;
-    quint32 part; ///< of the lower
-};
-
-/** A pixel between four of the frame, over black. */
-quint32 mixed(const Rows& rows, const Neighbours& columns)
-{
-    quint32 a = pixelAt(rows.upper, columns.first);
-    quint32 b = pixelAt(rows.upper, columns.second);
-    quint32 c = pixelAt(rows.lower, columns.first);
-    quint32 d = pixelAt(rows.lower, columns.second);
-    if ((a & b & c & d) < kOpaque) {
-        a = qPremultiply(a);
-        b = qPremultiply(b);
-        c = qPremultiply(c);
-        d = qPremultiply(d);
-    }
-    const quint32 partD = columns.part * rows.part / kWhole;
-    const quint32 partB = columns.part - partD;
-    const quint32 partC = rows.part - partD;
-    const quint32 partA = kWhole - partB - partC - partD;
-    return fromLanes(toLanes(a) * partA + toLanes(b) * partB + toLanes(c) * partC +
-                     toLanes(d) * partD) |
-           kOpaque;
+    // The last pixel is the second of the last two, so that there are always two of them.
+    const int first = std::max(std::min(int(place), axis.count - 2), 0);
+    return {first, quint32(std::lround((place - first) * kWhole))};
 }
 
 quint32 darkened(quint32 pixel, double share)
 {
-    return fromLanes(toLanes(pixel) * quint32(std::lround(share * kWhole))) | kOpaque;
+    const auto part = int(std::lround(share * kWhole));
+    const auto dark = [part](int channel) { return channel * part / int(kWhole); };
+    return qRgb(dark(qRed(pixel)), dark(qGreen(pixel)), dark(qBlue(pixel)));
 }
 
 /** Half-open ranges of a picture's row: all of the outer is inside the outline at least in part,
@@ -185,10 +133,9 @@ public:
         }
     }
 
-    void drawRow(quint32* out, int y) const
+    void drawRow(quint32* out, int y)
     {
-        const Neighbours vertical = neighboursOf(m_rows, y, false);
-        const Rows rows{rowAt(vertical.first), rowAt(vertical.second), vertical.part};
+        const Rows rows = rowsAt(neighboursOf(m_rows, y, false));
         const int width = int(m_neighbours.size());
         if (!m_isRound) {
             fill(out, rows, 0, width);
@@ -203,22 +150,23 @@ public:
     }
 
 private:
-    const uchar* rowAt(int row) const
+    Rows rowsAt(const Neighbours& vertical) const
     {
-        return m_frame.bits + std::ptrdiff_t(row) * m_frame.width * kBytesPerPixel;
+        const std::ptrdiff_t stride = std::ptrdiff_t(m_frame.width) * kBytesPerPixel;
+        const uchar* const upper = m_frame.bits + vertical.first * stride;
+        return {upper, m_frame.height > 1 ? upper + stride : upper, vertical.part, m_frame.width};
     }
 
-    void fill(quint32* out, const Rows& rows, int begin, int end) const
+    void fill(quint32* out, const Rows& rows, int begin, int end)
     {
-        for (int x = begin; x < end; ++x) {
-            out[x] = mixed(rows, m_neighbours[std::size_t(x)]);
-        }
+        KdPreviewScaler::fill(out, rows, m_neighbours, begin, end, &m_isOpaque);
     }
 
     void fillRim(quint32* out, const Rows& rows, int y, int begin, int end) const
     {
         for (int x = begin; x < end; ++x) {
-            out[x] = darkened(mixed(rows, m_neighbours[std::size_t(x)]), m_circle.share(x, y));
+            const quint32 pixel = KdPreviewScaler::mixed(rows, m_neighbours[std::size_t(x)]);
+            out[x] = darkened(pixel, m_circle.share(x, y));
         }
     }
 
@@ -227,6 +175,7 @@ private:
     Axis m_rows;
     Circle m_circle;
     bool m_isRound;
+    bool m_isOpaque = true; ///< as far as it has been drawn
     std::vector<Neighbours> m_neighbours;
 };
 
@@ -267,7 +216,7 @@ void KdPreviewPicture::draw(const KdPreviewFrame& frame, const KdPreviewLook& ne
     if (image.size() != pixels.size()) {
         image = QImage(pixels.size(), QImage::Format_RGB32);
     }
-    const Drawing drawing(frame, look, exact, pixels);
+    Drawing drawing(frame, look, exact, pixels);
     for (int y = 0; y < image.height(); ++y) {
         drawing.drawRow(reinterpret_cast<quint32*>(image.scanLine(y)), y);
     }

@@ -1,7 +1,10 @@
 #include <KdRecord/KdPreviewPicture.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/PictureDifference.h>
 #include <Support/PlainPreview.h>
+
+#include <QPainter>
 
 #include <cmath>
 #include <limits>
@@ -14,6 +17,7 @@ QImage testFrame(const QSize& size, bool isTransparent)
     QImage frame(size, QImage::Format_ARGB32);
     quint32 noise = 1;
     for (int y = 0; y < size.height(); ++y) {
+        auto* const row = reinterpret_cast<QRgb*>(frame.scanLine(y));
         for (int x = 0; x < size.width(); ++x) {
             noise = noise * 1664525U + 1013904223U;
             const int grain = int(noise >> 27U);
@@ -21,7 +25,7 @@ QImage testFrame(const QSize& size, bool isTransparent)
             const int green = (y * 223 / size.height()) + grain;
             const int blue = (x / 16 + y / 16) % 2 == 0 ? 200 : 30 + grain;
             const int alpha = isTransparent ? qBound(0, (x * 510 / size.width()) - 120, 255) : 255;
-            frame.setPixel(x, y, qRgba(red, green, blue, alpha));
+            row[x] = qRgba(red, green, blue, alpha);
         }
     }
     return frame;
@@ -39,60 +43,8 @@ QImage shown(const QImage& frame, const KdPreviewLook& look)
     picture.draw(viewOf(frame), look);
     QImage all((QSizeF(look.area) * look.ratio).toSize(), QImage::Format_RGB32);
     all.fill(Qt::black);
-    for (int y = 0; y < picture.image.height(); ++y) {
-        for (int x = 0; x < picture.image.width(); ++x) {
-            const QPoint place = picture.place + QPoint(x, y);
-            if (all.rect().contains(place)) {
-                all.setPixel(place, picture.image.pixel(x, y));
-            }
-        }
-    }
+    QPainter(&all).drawImage(picture.place, picture.image);
     return all;
-}
-
-/** Where the picture may differ: within 1.5 pixels around the circle or, on a fractional scale, the
- * picture's edge; in an enlarged picture within two of the frame, whose mask knows no finer steps.
- */
-bool isOnRim(const QPointF& place, const QRectF& picture, double enlarged, bool isRound)
-{
-    const double rim = enlarged > 1 ? std::max(2 * enlarged, 1.5) : 1.5;
-    if (!isRound) {
-        return !picture.adjusted(rim, rim, -rim, -rim).contains(place) &&
-               picture.adjusted(-rim, -rim, rim, rim).contains(place);
-    }
-    const QPointF off = place - picture.center();
-    const double radius = std::min(picture.width(), picture.height()) / 2;
-    return std::abs(std::hypot(off.x(), off.y()) - radius) <= rim;
-}
-
-struct Difference
-{
-    double mean = 0;
-    int largest = 0;
-};
-
-Difference difference(const QImage& one, const QImage& other, const QRectF& picture,
-                      double enlarged, bool isRound)
-{
-    double sum = 0;
-    int count = 0;
-    Difference result;
-    for (int y = 0; y < one.height(); ++y) {
-        for (int x = 0; x < one.width(); ++x) {
-            if (isOnRim(QPointF(x + 0.5, y + 0.5), picture, enlarged, isRound)) {
-                continue;
-            }
-            const QRgb a = one.pixel(x, y);
-            const QRgb b = other.pixel(x, y);
-            const int off = std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                                      std::abs(qBlue(a) - qBlue(b))});
-            sum += off;
-            result.largest = std::max(result.largest, off);
-            ++count;
-        }
-    }
-    result.mean = count > 0 ? sum / count : 0;
-    return result;
 }
 
 } // namespace
@@ -166,9 +118,8 @@ void tst_KdPreviewPicture::looksLikeThePlainRecipe()
     const QRect fitted = KdPreviewPicture::fitted(frame, area);
     const QRectF place(QPointF(fitted.topLeft()) * ratio, QSizeF(fitted.size()) * ratio);
     const QImage expected = PlainPreview::picture(image, area, ratio, isRound, isFlipped);
-    const Difference off =
-        difference(shown(image, look), expected, place, place.width() / frame.width(), isRound);
-    qInfo("mean %.3f, largest %d", off.mean, off.largest);
+    const PictureDifference off = PictureDifference::between(
+        shown(image, look), expected, {place, place.width() / frame.width(), isRound});
     QVERIFY2(off.mean <= 2.0, qPrintable(QString::number(off.mean)));
     QVERIFY2(off.largest <= 12, qPrintable(QString::number(off.largest)));
 }
@@ -228,7 +179,9 @@ void tst_KdPreviewPicture::flippedIsTheMirrorImage()
     const QImage flipped = shown(frame, {QSize(760, 428), 1.0, false, true});
     const QRect place = KdPreviewPicture::fitted(frame.size(), QSize(760, 428));
     const QImage mirrored = straight.copy(place).mirrored(true, false);
-    QVERIFY(difference(flipped.copy(place), mirrored, QRectF(), 1, true).largest <= 2);
+    QVERIFY(
+        PictureDifference::between(flipped.copy(place), mirrored, {QRectF(), 1, true}).largest <=
+        2);
 }
 
 void tst_KdPreviewPicture::oneToOneIsTheFrameItself()

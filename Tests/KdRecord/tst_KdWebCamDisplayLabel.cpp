@@ -4,6 +4,7 @@
 #include <KdZentraCore/KdConfigEngine.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/PictureDifference.h>
 #include <Support/PlainPreview.h>
 #include <Support/WidgetLooks.h>
 
@@ -14,8 +15,6 @@
 #include <QTimer>
 
 #include <atomic>
-#include <chrono>
-#include <cmath>
 #include <limits>
 #include <memory>
 #include <thread>
@@ -36,12 +35,15 @@ public:
     using KdWebCamDisplayLabel::optionStrip;
 
     std::atomic<int> paints{0};
+    std::atomic<bool> paintsNow{false};
 
 protected:
     void paintEvent(QPaintEvent* event) override
     {
+        paintsNow = true;
         KdWebCamDisplayLabel::paintEvent(event);
         ++paints;
+        paintsNow = false;
     }
 };
 
@@ -430,17 +432,9 @@ void tst_KdWebCamDisplayLabel::looksLikeThePlainRecipe()
     shown.fill(Qt::green);
     m_label->render(&shown);
     const QImage expected = PlainPreview::picture(image, kArea, ratio, isRound, isFlipped);
-    double off = 0;
-    for (int y = 0; y < shown.height(); ++y) {
-        for (int x = 0; x < shown.width(); ++x) {
-            const QRgb a = shown.pixel(x, y);
-            const QRgb b = expected.pixel(x, y);
-            off += std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                             std::abs(qBlue(a) - qBlue(b))});
-        }
-    }
-    // Of the whole surface, rim and all.
-    QVERIFY2(off / (shown.width() * shown.height()) <= 2, qPrintable(QString::number(off)));
+    // Nothing is left out: no pixel of the surface is in the picture of a frame without a size.
+    const PictureDifference off = PictureDifference::between(shown, expected, {});
+    QVERIFY2(off.mean <= 2, qPrintable(QString::number(off.mean)));
 }
 
 void tst_KdWebCamDisplayLabel::transparentPixelsShowBlack()
@@ -533,17 +527,20 @@ void tst_KdWebCamDisplayLabel::paintingWaitsForTheLock()
     std::thread holder([&] {
         m_label->frameLock().lock();
         isHeld = true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        while (!m_label->paintsNow) {
+            std::this_thread::yield();
+        }
         isReleased = true;
         m_label->frameLock().unlock();
     });
     while (!isHeld) {
         std::this_thread::yield();
     }
-    QCOMPARE(at(200, 150), QColor(Qt::red));
+    const QColor shown = at(200, 150);
     const bool wasReleased = isReleased;
     holder.join();
     QVERIFY(wasReleased);
+    QCOMPARE(shown, QColor(Qt::red));
 }
 
 void tst_KdWebCamDisplayLabel::framesAreRepaintedSoon()

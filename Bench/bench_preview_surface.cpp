@@ -1,0 +1,391 @@
+// The webcam's preview beside a preview by the plain recipe, frame by frame in turns: what handing
+// a frame over costs the thread that brings it, what painting it costs the GUI thread, how long the
+// frame lock is held, how far the pictures are apart, and how many frames of a 60 Hz camera are not
+// shown. The figures are those of the one and the other in one row, times in milliseconds.
+
+#include <KCore/KCoreDirs.h>
+#include <KdRecord/KdWebCamDisplayLabel.h>
+#include <KdWidgets/KdSkinManager.h>
+#include <Support/PictureDifference.h>
+#include <Support/PlainPreview.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstring>
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr QSize kSurface(760, 428);
+constexpr int kFrames = 3; ///< taken in turns, so that none is found in a cache
+constexpr int kHertz = 60;
+constexpr int kDropSeconds = 4;
+
+double millisecondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+/** Milliseconds, many times over. */
+class Times
+{
+public:
+    void add(double time) { m_times.push_back(time); }
+
+    double quantile(double share) const
+    {
+        if (m_times.empty()) {
+            return 0;
+        }
+        std::vector<double> sorted = m_times;
+        std::sort(sorted.begin(), sorted.end());
+        const auto last = sorted.size() - 1;
+        return sorted.at(std::min(std::size_t(share * double(sorted.size())), last));
+    }
+    double median() const { return quantile(0.5); }
+
+private:
+    std::vector<double> m_times;
+};
+
+/** A preview that measures its painting. */
+template <typename Preview>
+class Measured : public Preview
+{
+public:
+    using Preview::frameLock;
+
+    Times paintTimes;
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        const Clock::time_point start = Clock::now();
+        Preview::paintEvent(event);
+        paintTimes.add(millisecondsSince(start));
+        ++paints;
+    }
+};
+
+void hand(KdWebCamDisplayLabel* preview, const QImage& frame)
+{
+    preview->WebcamFrameChanged(frame.width(), frame.height(),
+                                const_cast<uchar*>(frame.constBits()));
+}
+
+void hand(PlainPreview* preview, const QImage& frame)
+{
+    if (preview->put(frame.width(), frame.height(), frame.constBits())) {
+        QMetaObject::invokeMethod(preview, "update", Qt::QueuedConnection);
+    }
+}
+
+void prepare(KdWebCamDisplayLabel* preview, bool isRound, bool isFlipped)
+{
+    preview->setShape(isRound ? KdVBLMODEL::fcrsCircle : KdVBLMODEL::fcrsSquare);
+    preview->setFlipped(isFlipped);
+    preview->setRecording(true); // without its strip, should the mouse be there
+    preview->startRender();
+}
+
+void prepare(PlainPreview* preview, bool isRound, bool isFlipped)
+{
+    preview->setOptions(isRound, isFlipped);
+}
+
+QImage noisyFrame(const QSize& size, quint32 seed)
+{
+    QImage frame(size, QImage::Format_ARGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        auto* const row = reinterpret_cast<QRgb*>(frame.scanLine(y));
+        for (int x = 0; x < size.width(); ++x) {
+            seed = seed * 1664525U + 1013904223U;
+            const int grain = int(seed >> 27U);
+            row[x] = qRgb(x * 223 / size.width() + grain, y * 223 / size.height() + grain,
+                          (x / 24 + y / 24) % 2 == 0 ? 180 + grain : 40 + grain);
+        }
+    }
+    return frame;
+}
+
+/** What one benchmark shows: frames of a size with options, the same for both. */
+struct Scene
+{
+    explicit Scene(const benchmark::State& state)
+        : size(int(state.range(0)), int(state.range(1)))
+        , isRound(state.range(2) != 0)
+        , isFlipped(state.range(3) != 0)
+    {
+        for (quint32 i = 0; i < kFrames; ++i) {
+            frames.push_back(noisyFrame(size, i + 1));
+        }
+    }
+
+    const QImage& frame(int number) const { return frames.at(std::size_t(number) % kFrames); }
+
+    template <typename Preview>
+    void open(Preview* preview) const
+    {
+        prepare(preview, isRound, isFlipped);
+        preview->resize(kSurface);
+        preview->show();
+        if (!QTest::qWaitForWindowExposed(preview)) {
+            qFatal("The preview does not come to the screen");
+        }
+        hand(preview, frame(0));
+        preview->repaint();
+        // So that no painting that is still to come is taken for one of the frames that follow.
+        QTest::qWait(100);
+        preview->paintTimes = Times();
+        preview->paints = 0;
+    }
+
+    QSize size;
+    bool isRound;
+    bool isFlipped;
+    std::vector<QImage> frames;
+};
+
+template <typename Preview>
+double timeToHand(Preview* preview, const QImage& frame)
+{
+    const Clock::time_point start = Clock::now();
+    hand(preview, frame);
+    return millisecondsSince(start);
+}
+
+void reportDifference(benchmark::State& state, const Scene& scene, KdWebCamDisplayLabel* own)
+{
+    own->repaint();
+    const QImage shown = own->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QSize fitted = scene.size.scaled(kSurface, Qt::KeepAspectRatio);
+    const QRectF place((kSurface.width() - fitted.width()) / 2,   // NOLINT: as the recipe divides
+                       (kSurface.height() - fitted.height()) / 2, // NOLINT
+                       fitted.width(), fitted.height());
+    const QImage plain =
+        PlainPreview::picture(scene.frame(0), kSurface, 1.0, scene.isRound, scene.isFlipped);
+    const double enlarged = double(fitted.width()) / scene.size.width();
+    const auto off = PictureDifference::between(shown, plain, {place, enlarged, scene.isRound});
+    state.counters["off_mean"] = off.mean;
+    state.counters["off_max"] = off.largest;
+}
+
+/** A frame is handed over and painted, by the one and the other in turns. */
+void paint(benchmark::State& state)
+{
+    const Scene scene(state);
+    Measured<KdWebCamDisplayLabel> own;
+    Measured<PlainPreview> plain;
+    scene.open(&own);
+    scene.open(&plain);
+    Times ownHand;
+    Times plainHand;
+    int number = 0;
+    for (auto unused : state) {
+        Q_UNUSED(unused)
+        const QImage& frame = scene.frame(++number);
+        plainHand.add(timeToHand(&plain, frame));
+        plain.repaint();
+        ownHand.add(timeToHand(&own, frame));
+        own.repaint();
+    }
+    hand(&own, scene.frame(0));
+    reportDifference(state, scene, &own);
+    state.counters["own_hand"] = ownHand.median();
+    state.counters["own_paint"] = own.paintTimes.median();
+    state.counters["own_paint95"] = own.paintTimes.quantile(0.95);
+    state.counters["plain_hand"] = plainHand.median();
+    state.counters["plain_paint"] = plain.paintTimes.median();
+    state.counters["plain_paint95"] = plain.paintTimes.quantile(0.95);
+    state.counters["paint_ratio"] = plain.paintTimes.median() / own.paintTimes.median();
+    state.counters["sum_ratio"] = (plainHand.median() + plain.paintTimes.median()) /
+                                  (ownHand.median() + own.paintTimes.median());
+}
+
+/** Looks at a lock from a thread of its own, seldom enough to be hardly ever in the way. */
+class LockProbe
+{
+public:
+    explicit LockProbe(std::mutex* lock) : m_lock(*lock), m_thread([this] { run(); }) {}
+    ~LockProbe()
+    {
+        m_isDone = true;
+        m_thread.join();
+    }
+
+    /** @return the longest time that the lock was held since the last call. */
+    double takeLongest() { return m_longest.exchange(0); }
+
+private:
+    void run()
+    {
+        while (!m_isDone) {
+            if (m_lock.try_lock()) {
+                m_lock.unlock();
+                rest();
+                continue;
+            }
+            const Clock::time_point start = Clock::now();
+            while (!m_lock.try_lock()) {
+            }
+            m_lock.unlock();
+            m_longest = std::max(m_longest.load(), millisecondsSince(start));
+        }
+    }
+
+    static void rest()
+    {
+        const Clock::time_point start = Clock::now();
+        while (millisecondsSince(start) < 0.003) {
+        }
+    }
+
+    std::mutex& m_lock;
+    std::atomic<double> m_longest{0};
+    std::atomic<bool> m_isDone{false};
+    std::thread m_thread;
+};
+
+template <typename Preview>
+double lockTime(const Scene& scene, int rounds)
+{
+    Measured<Preview> preview;
+    scene.open(&preview);
+    LockProbe probe(&preview.frameLock());
+    Times longest;
+    for (int i = 0; i < rounds; ++i) {
+        probe.takeLongest();
+        hand(&preview, scene.frame(i));
+        // A changed look, which has to be drawn anew, every other time.
+        prepare(&preview, scene.isRound, scene.isFlipped != (i % 2 == 0));
+        preview.repaint();
+        const double seen = probe.takeLongest();
+        // The probe does not run all the time on a busy machine.
+        if (seen > 0) {
+            longest.add(seen);
+        }
+    }
+    return longest.median();
+}
+
+double copyTime(const Scene& scene, int rounds)
+{
+    Times times;
+    std::vector<uchar> copy(std::size_t(scene.frame(0).sizeInBytes()));
+    for (int i = 0; i < rounds; ++i) {
+        const Clock::time_point start = Clock::now();
+        std::memcpy(copy.data(), scene.frame(i).constBits(), copy.size());
+        benchmark::DoNotOptimize(copy.data());
+        benchmark::ClobberMemory();
+        times.add(millisecondsSince(start));
+    }
+    return times.median();
+}
+
+/** The longest time that the lock is held in one round of a frame, a changed look and a painting.
+ */
+void lock(benchmark::State& state)
+{
+    const Scene scene(state);
+    constexpr int rounds = 60;
+    for (auto unused : state) {
+        Q_UNUSED(unused)
+        state.counters["own_lock"] = lockTime<KdWebCamDisplayLabel>(scene, rounds);
+        state.counters["plain_lock"] = lockTime<PlainPreview>(scene, rounds);
+        state.counters["copy"] = copyTime(scene, rounds);
+    }
+}
+
+/** @return the share of a 60 Hz camera's frames that was not painted. */
+template <typename Preview>
+double notShown(const Scene& scene)
+{
+    Measured<Preview> preview;
+    scene.open(&preview);
+    constexpr int count = kHertz * kDropSeconds;
+    std::atomic<bool> isDone{false};
+    std::thread camera([&] {
+        Clock::time_point next = Clock::now();
+        for (int i = 0; i < count; ++i) {
+            next += std::chrono::nanoseconds(1000000000 / kHertz);
+            std::this_thread::sleep_until(next);
+            hand(&preview, scene.frame(i));
+        }
+        isDone = true;
+    });
+    QElapsedTimer tail;
+    while (!isDone || !tail.isValid() || tail.elapsed() < 100) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        if (isDone && !tail.isValid()) {
+            tail.start();
+        }
+    }
+    camera.join();
+    return 1 - double(preview.paints) / count;
+}
+
+void frames60(benchmark::State& state)
+{
+    const Scene scene(state);
+    for (auto unused : state) {
+        Q_UNUSED(unused)
+        state.counters["own_lost_%"] = 100 * notShown<KdWebCamDisplayLabel>(scene);
+        state.counters["plain_lost_%"] = 100 * notShown<PlainPreview>(scene);
+    }
+}
+
+void everyCase(benchmark::internal::Benchmark* bench)
+{
+    bench->ArgNames({"w", "h", "round", "flip"});
+    for (const QSize& size :
+         {QSize(640, 480), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+        for (int options = 0; options < 4; ++options) {
+            bench->Args({size.width(), size.height(), options / 2, options % 2});
+        }
+    }
+}
+
+void plainestAndDearest(benchmark::internal::Benchmark* bench)
+{
+    bench->ArgNames({"w", "h", "round", "flip"});
+    for (const QSize& size :
+         {QSize(640, 480), QSize(1280, 720), QSize(1920, 1080), QSize(3840, 2160)}) {
+        bench->Args({size.width(), size.height(), 0, 0});
+        bench->Args({size.width(), size.height(), 1, 1});
+    }
+}
+
+BENCHMARK(paint)->Apply(everyCase)->Unit(benchmark::kMillisecond)->Iterations(60);
+BENCHMARK(lock)->Apply(plainestAndDearest)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(frames60)->Apply(plainestAndDearest)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QTemporaryDir folder;
+    setZentraDocumentDir(folder.path());
+    KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
