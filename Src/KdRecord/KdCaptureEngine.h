@@ -318,5 +318,6 @@ KDCAPTUREENGINE_EXPORT IKdWebcamRecorder* createWebcamRecorder();
 
 } // namespace KdVBLMODEL
 
-// So that a device status can be queued between threads.
+// So that they can be queued between threads.
 Q_DECLARE_METATYPE(KdVBLMODEL::_KdCaptureDeviceStatus)
+Q_DECLARE_METATYPE(KdVBLMODEL::_KdCaptureDevInf)

@@ -5,10 +5,12 @@
 #include <KdRecord/KRecordPreViewSettingRadiusWidget.h>
 #include <KdRecord/KRecordVideoAdvancedClickEvent.h>
 #include <KdRecord/KRecordVideoAdvancedExposeEvent.h>
+#include <KdRecord/KdAudioDriverInstaller.h>
 #include <KdRecord/KdAudioRecordHelper.h>
 #include <KdRecord/KdAudioRecordView.h>
 #include <KdRecord/KdCountCtrl.h>
 #include <KdRecord/KdCountCtrlVideo.h>
+#include <KdRecord/KdRecordDeviceConnector.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
 #include <KdRecord/KdWebcamRecorderHelper.h>
 #include <KdRecord/NotifyBeginPileInsetionEvent.h>
@@ -36,7 +38,7 @@ private Q_SLOTS:
               "KAudioRecordPreviewWidget", "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
               "KRecordVideoAdvancedExposeEvent", "KdWebcamRecorderHelper", "KdWebCamDisplayLabel",
               "KRecordPreViewSettingRadiusWidget", "NotifyBeginPileInsetionEvent",
-              "NotifyEndPileInsetionEvent"}) {
+              "NotifyEndPileInsetionEvent", "KdRecordDeviceConnector", "KdAudioDriverInstaller"}) {
             QTest::newRow(header) << QStringLiteral("KdRecord/") + QLatin1String(header) +
                                          QStringLiteral(".h");
         }
@@ -55,6 +57,7 @@ private Q_SLOTS:
             &KdAudioRecordView::staticMetaObject,
             &KdAudioRecorderHelper::staticMetaObject,
             &KdWebcamRecorderHelper::staticMetaObject,
+            &KdRecordDeviceConnector::staticMetaObject,
             &KdCountCtrl::staticMetaObject,
             &KdCountCtrlVideo::staticMetaObject,
             &KAudioSettings::staticMetaObject,
@@ -66,6 +69,7 @@ private Q_SLOTS:
         for (const QMetaObject* meta : classes) {
             QVERIFY(meta->inherits(&QObject::staticMetaObject));
         }
+        QVERIFY(KdAudioDriverInstaller::isAudioDriverInstalled());
     }
 
     void theLibraryExportsItsUsageReports()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <KdRecord/KdRecordDeviceConnector.h>
+
+/** The state of a KdRecordDeviceConnector and what it does. */
+class KdRecordDeviceConnectorPrivate
+{
+public:
+    using Device = KdVBLMODEL::_KdCaptureDevInf;
+
+    KdRecordDeviceConnectorPrivate(KdRecordDeviceConnector* connector, KdVBLMODEL::_KdDevType type);
+
+    void refreshDeviceList();
+    void handleDeviceRemoval();
+    bool switchDevice(const Device& device);
+
+    KdRecordDeviceConnector* const q;
+    const KdVBLMODEL::_KdDevType deviceType;
+    Device currentDevice;
+    QList<Device> devices;
+    KdRecordDeviceConnector::RefreshHook refreshHook;
+    KdRecordDeviceConnector::SwitchHook switchHook;
+
+private:
+    bool checkRefreshDeviceListFunction() const;
+    bool checkSwitchDeviceFunction() const;
+    void updateCurrentDevice();
+
+    bool m_isRefreshing = false; ///< the refresh hook runs
+    bool m_isSwitching = false;  ///< the switch hook runs
+};
