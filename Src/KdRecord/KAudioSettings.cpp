@@ -2,14 +2,12 @@
 
 #include "KAudioBitrateLimits.h"
 #include "KAudioRecordPreviewWidget.h"
-#include "KComboboxExt.h"
+#include "KSettingsRows.h"
 #include "KdScreenPixmap.h"
 
-#include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdLabel.h>
 #include <KdWidgets/KdToast.h>
 
-#include <QBoxLayout>
 #include <QSignalBlocker>
 
 namespace {
@@ -18,30 +16,13 @@ constexpr quint32 AacFourcc = 0x20434141;
 constexpr quint32 Vbr = 1;
 constexpr quint32 Cbr = 2;
 constexpr int SampleRates[] = {22050, 24000, 32000, 44100, 48000, 96000};
-constexpr int Gap = 16;
-constexpr int TitleHeight = 16;
-constexpr int RowHeight = 52;
 constexpr int PreviewHeight = 26;
 constexpr int ToastMargin = 24;
 
-// Items keep their position for life, so that a new language changes texts but no selection.
-void setItem(KdComboBox* combo, int position, const QString& text, const QVariant& data)
+void selectSilently(KComboboxExt* row, const QVariant& value)
 {
-    if (position < combo->count()) {
-        combo->setItemText(position, text);
-    } else {
-        combo->addItem(text, data);
-    }
-}
-
-void selectValue(KComboboxExt* row, const QVariant& value)
-{
-    KdComboBox* const combo = row->combobox();
-    const int position = combo->findData(value);
-    if (position >= 0) {
-        const QSignalBlocker silence(combo);
-        combo->setCurrentIndex(position);
-    }
+    const QSignalBlocker silence(row->combobox());
+    KSettingsRows::select(row, value);
 }
 
 } // namespace
@@ -57,43 +38,18 @@ KAudioSettings::~KAudioSettings() = default;
 
 void KAudioSettings::initUI(bool withPreview)
 {
-    m_pLayout = new QVBoxLayout(this);
-    m_pLayout->setContentsMargins(0, 0, 0, 0);
-    m_pLayout->setSpacing(0);
-    m_pTitle = new KdLabel(this);
-    m_pTitle->setFixedHeight(TitleHeight);
-    QFont titleFont = m_pTitle->font();
-    titleFont.setBold(true);
-    m_pTitle->setFont(titleFont);
-    m_pLayout->addWidget(m_pTitle);
-    m_pEncoder = addRow(QStringLiteral("KAudioSettings_Encoder"));
-    m_pChannel = addRow(QStringLiteral("KAudioSettings_Channel"));
-    m_pSampleRate = addRow(QStringLiteral("KAudioSettings_SampleRate"));
-    m_pBitrate = addRow(QStringLiteral("KAudioSettings_Bitrate"));
-    m_pBitrateMode = addRow(QStringLiteral("KAudioSettings_BitrateMode"));
+    KSettingsRows rows(this);
+    m_pTitle = rows.addTitle();
+    m_pEncoder = rows.addRow(QStringLiteral("KAudioSettings_Encoder"));
+    m_pChannel = rows.addRow(QStringLiteral("KAudioSettings_Channel"));
+    m_pSampleRate = rows.addRow(QStringLiteral("KAudioSettings_SampleRate"));
+    m_pBitrate = rows.addRow(QStringLiteral("KAudioSettings_Bitrate"));
+    m_pBitrateMode = rows.addRow(QStringLiteral("KAudioSettings_BitrateMode"));
     m_pBitrateMode->setQuestionVisible(true);
     if (withPreview) {
         m_pPreview = new KAudioRecordPreviewWidget(this);
-        m_pPreview->setFixedHeight(PreviewHeight);
-        addGap();
-        m_pLayout->addWidget(m_pPreview);
+        rows.add(m_pPreview, PreviewHeight);
     }
-}
-
-KComboboxExt* KAudioSettings::addRow(const QString& name)
-{
-    auto* const row = new KComboboxExt(this);
-    row->setObjectName(name);
-    row->setFixedHeight(RowHeight);
-    addGap();
-    m_pLayout->addWidget(row);
-    return row;
-}
-
-void KAudioSettings::addGap()
-{
-    // Gaps give way where the page stands lower than it wants to be; the rows never do.
-    m_pLayout->addItem(new QSpacerItem(0, Gap, QSizePolicy::Minimum, QSizePolicy::Maximum));
 }
 
 void KAudioSettings::RetranslateUi()
@@ -117,45 +73,33 @@ void KAudioSettings::_retransUI()
 
 void KAudioSettings::retranslateItems()
 {
-    setItem(m_pEncoder->combobox(), 0, tr("AAC"), AacFourcc);
-    setItem(m_pChannel->combobox(), 0, tr("Mono"), 1);
-    setItem(m_pChannel->combobox(), 1, tr("Stereo"), 2);
+    KSettingsRows::setItem(m_pEncoder, 0, tr("AAC"), AacFourcc);
+    KSettingsRows::setItem(m_pChannel, 0, tr("Mono"), 1);
+    KSettingsRows::setItem(m_pChannel, 1, tr("Stereo"), 2);
     int position = 0;
     for (const int rate : SampleRates) {
-        setItem(m_pSampleRate->combobox(), position++, tr("%1 Hz").arg(rate), rate);
+        KSettingsRows::setItem(m_pSampleRate, position++, tr("%1 Hz").arg(rate), rate);
     }
     // Numbers read the same in every language, and a list that was limited stays limited.
     if (m_pBitrate->combobox()->count() == 0) {
         offerBitrates(KAudioBitrateLimits::Unlimited);
     }
-    setItem(m_pBitrateMode->combobox(), 0, tr("VBR"), Vbr);
-    setItem(m_pBitrateMode->combobox(), 1, tr("CBR"), Cbr);
+    KSettingsRows::setItem(m_pBitrateMode, 0, tr("VBR"), Vbr);
+    KSettingsRows::setItem(m_pBitrateMode, 1, tr("CBR"), Cbr);
 }
 
 void KAudioSettings::connectSignals()
 {
-    reportPopup(m_pEncoder, QStringLiteral("audio_encoder"));
-    reportPopup(m_pBitrate, QStringLiteral("audio_bit_rate"));
-    reportPopup(m_pBitrateMode, QStringLiteral("audio_bitrate_mode"));
-    reportPopup(m_pChannel, QStringLiteral("audio_channel"));
-    reportPopup(m_pSampleRate, QStringLiteral("audio_sample_rate"));
-    connectPlainRow(m_pEncoder);
-    connectPlainRow(m_pBitrate);
+    KSettingsRows::reportPopup(m_pEncoder, this, QStringLiteral("audio_encoder"));
+    KSettingsRows::reportPopup(m_pBitrate, this, QStringLiteral("audio_bit_rate"));
+    KSettingsRows::reportPopup(m_pBitrateMode, this, QStringLiteral("audio_bitrate_mode"));
+    KSettingsRows::reportPopup(m_pChannel, this, QStringLiteral("audio_channel"));
+    KSettingsRows::reportPopup(m_pSampleRate, this, QStringLiteral("audio_sample_rate"));
+    KSettingsRows::reportChange(m_pEncoder, this);
+    KSettingsRows::reportChange(m_pBitrate, this);
     connectLimitingRow(m_pBitrateMode);
     connectLimitingRow(m_pChannel);
     connectLimitingRow(m_pSampleRate);
-}
-
-void KAudioSettings::reportPopup(KComboboxExt* row, const QString& name)
-{
-    connect(row->combobox(), &KdComboBox::sigShowPopUp, this,
-            [this, name] { Q_EMIT sigBtnClick(name); });
-}
-
-void KAudioSettings::connectPlainRow(KComboboxExt* row)
-{
-    connect(row->combobox(), QOverload<int>::of(&KdComboBox::currentIndexChanged), this,
-            &KAudioSettings::sigParaChange);
 }
 
 void KAudioSettings::connectLimitingRow(KComboboxExt* row)
@@ -180,11 +124,11 @@ _AudioAdvanceData KAudioSettings::data() const
 
 void KAudioSettings::loadData(const _AudioAdvanceData& data)
 {
-    selectValue(m_pBitrate, data.bitrate);
-    selectValue(m_pEncoder, data.encoder);
-    selectValue(m_pBitrateMode, data.bitrateMode);
-    selectValue(m_pChannel, data.channels);
-    selectValue(m_pSampleRate, data.sampleRate);
+    selectSilently(m_pBitrate, data.bitrate);
+    selectSilently(m_pEncoder, data.encoder);
+    selectSilently(m_pBitrateMode, data.bitrateMode);
+    selectSilently(m_pChannel, data.channels);
+    selectSilently(m_pSampleRate, data.sampleRate);
     if (m_pPreview) {
         m_pPreview->setRecordPreviewCheck(data.recordPreview);
     }

@@ -7,7 +7,6 @@
 class KAudioRecordPreviewWidget;
 class KComboboxExt;
 class KdLabel;
-class QVBoxLayout;
 
 /**
  * The page of advanced audio settings: encoder, channels, sample rate, bit rate and bit-rate mode
@@ -42,19 +41,14 @@ Q_SIGNALS:
 
 private:
     void initUI(bool withPreview);
-    KComboboxExt* addRow(const QString& name);
-    void addGap();
     void _retransUI();
     void retranslateItems();
     void connectSignals();
-    void reportPopup(KComboboxExt* row, const QString& name);
-    void connectPlainRow(KComboboxExt* row);
     void connectLimitingRow(KComboboxExt* row);
     void refreshBitrate();
     void offerBitrates(int limit);
     void popTips(const QString& text);
 
-    QVBoxLayout* m_pLayout = nullptr;
     KdLabel* m_pTitle = nullptr;
     KComboboxExt* m_pEncoder = nullptr;
     KComboboxExt* m_pChannel = nullptr;

@@ -5,6 +5,7 @@
 #include <KdRecord/KRecordPreViewSettingRadiusWidget.h>
 #include <KdRecord/KRecordVideoAdvancedClickEvent.h>
 #include <KdRecord/KRecordVideoAdvancedExposeEvent.h>
+#include <KdRecord/KVideoSettings.h>
 #include <KdRecord/KdAudioDriverInstaller.h>
 #include <KdRecord/KdAudioRecordHelper.h>
 #include <KdRecord/KdAudioRecordView.h>
@@ -32,13 +33,26 @@ private Q_SLOTS:
     void everyExportedClassHasAHeaderThatIsCompiledAlone_data()
     {
         QTest::addColumn<QString>("header");
-        for (const char* header :
-             {"KdCaptureEngine", "KdAudioRecordView", "KdAudioRecordHelper", "KdCountCtrl",
-              "KdCountCtrlVideo", "KAudioSettings", "KComboboxExt", "KQuestionLabel",
-              "KAudioRecordPreviewWidget", "KRecordAdvancedEvent", "KRecordVideoAdvancedClickEvent",
-              "KRecordVideoAdvancedExposeEvent", "KdWebcamRecorderHelper", "KdWebCamDisplayLabel",
-              "KRecordPreViewSettingRadiusWidget", "NotifyBeginPileInsetionEvent",
-              "NotifyEndPileInsetionEvent", "KdRecordDeviceConnector", "KdAudioDriverInstaller"}) {
+        for (const char* header : {"KdCaptureEngine",
+                                   "KdAudioRecordView",
+                                   "KdAudioRecordHelper",
+                                   "KdCountCtrl",
+                                   "KdCountCtrlVideo",
+                                   "KAudioSettings",
+                                   "KComboboxExt",
+                                   "KQuestionLabel",
+                                   "KAudioRecordPreviewWidget",
+                                   "KRecordAdvancedEvent",
+                                   "KRecordVideoAdvancedClickEvent",
+                                   "KRecordVideoAdvancedExposeEvent",
+                                   "KdWebcamRecorderHelper",
+                                   "KdWebCamDisplayLabel",
+                                   "KRecordPreViewSettingRadiusWidget",
+                                   "NotifyBeginPileInsetionEvent",
+                                   "NotifyEndPileInsetionEvent",
+                                   "KdRecordDeviceConnector",
+                                   "KdAudioDriverInstaller",
+                                   "KVideoSettings"}) {
             QTest::newRow(header) << QStringLiteral("KdRecord/") + QLatin1String(header) +
                                          QStringLiteral(".h");
         }
@@ -58,6 +72,7 @@ private Q_SLOTS:
             &KdAudioRecorderHelper::staticMetaObject,
             &KdWebcamRecorderHelper::staticMetaObject,
             &KdRecordDeviceConnector::staticMetaObject,
+            &KVideoSettings::staticMetaObject,
             &KdCountCtrl::staticMetaObject,
             &KdCountCtrlVideo::staticMetaObject,
             &KAudioSettings::staticMetaObject,

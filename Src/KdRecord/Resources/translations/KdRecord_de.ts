@@ -133,6 +133,49 @@
     </message>
 </context>
 <context>
+    <name>KVideoSettings</name>
+    <message>
+        <source>Video</source>
+        <translation>Video</translation>
+    </message>
+    <message>
+        <source>Encoder</source>
+        <translation>Encoder</translation>
+    </message>
+    <message>
+        <source>Frame Rate</source>
+        <translation>Bildrate</translation>
+    </message>
+    <message>
+        <source>Bitrate Mode</source>
+        <translation>Bitratenmodus</translation>
+    </message>
+    <message>
+        <source>Bitrate mode affects audio quality and file size.Use CBR for stable streaming, VBR for better quality, and ABR for balanced control.</source>
+        <translation>Der Bitratenmodus bestimmt Klangqualität und Dateigröße. CBR eignet sich für gleichmäßiges Streaming, VBR für bessere Qualität und ABR als Mittelweg.</translation>
+    </message>
+    <message>
+        <source>Quality</source>
+        <translation>Qualität</translation>
+    </message>
+    <message>
+        <source>H264</source>
+        <translation>H264</translation>
+    </message>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 fps</translation>
+    </message>
+    <message>
+        <source>VBR</source>
+        <translation>VBR</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
     <name>KdAudioDeviceBoxes</name>
     <message>
         <source>Input Audio</source>

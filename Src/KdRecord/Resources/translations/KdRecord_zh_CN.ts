@@ -133,6 +133,49 @@
     </message>
 </context>
 <context>
+    <name>KVideoSettings</name>
+    <message>
+        <source>Video</source>
+        <translation>视频</translation>
+    </message>
+    <message>
+        <source>Encoder</source>
+        <translation>编码器</translation>
+    </message>
+    <message>
+        <source>Frame Rate</source>
+        <translation>帧率</translation>
+    </message>
+    <message>
+        <source>Bitrate Mode</source>
+        <translation>比特率模式</translation>
+    </message>
+    <message>
+        <source>Bitrate mode affects audio quality and file size.Use CBR for stable streaming, VBR for better quality, and ABR for balanced control.</source>
+        <translation>比特率模式会影响音频质量和文件大小。CBR 适合稳定的流媒体传输，VBR 可获得更好的音质，ABR 则在两者之间取得平衡。</translation>
+    </message>
+    <message>
+        <source>Quality</source>
+        <translation>质量</translation>
+    </message>
+    <message>
+        <source>H264</source>
+        <translation>H264</translation>
+    </message>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 fps</translation>
+    </message>
+    <message>
+        <source>VBR</source>
+        <translation>VBR</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
     <name>KdAudioDeviceBoxes</name>
     <message>
         <source>Input Audio</source>

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QtGlobal>
+
+/** The advanced settings of a video recording. The defaults are the first choices of their page. */
+struct _VideoAdvanceData
+{
+    /** Four-character code, first character in the lowest byte; "C264". */
+    quint32 encoder = 0x34363243;
+    /** Frames per second */
+    float frameRate = 12.0F;
+    /** 1 VBR */
+    quint32 bitrateMode = 1;
+    /** The encoder's code; codes rise in another order than the quality they stand for. */
+    quint32 quality = 7;
+};
+
+inline bool operator==(const _VideoAdvanceData& a, const _VideoAdvanceData& b)
+{
+    return a.encoder == b.encoder && a.frameRate == b.frameRate && a.bitrateMode == b.bitrateMode &&
+           a.quality == b.quality;
+}
+
+inline bool operator!=(const _VideoAdvanceData& a, const _VideoAdvanceData& b)
+{
+    return !(a == b);
+}
