@@ -2,7 +2,7 @@
 
 #include <KdVBLModel/KdAudioChain.h>
 #include <KdVBLModel/KdCaptureDevice.h>
-#include <KdVBLModel/KdGst.h>
+#include <KdVBLModel/KdCapturePipeline.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
 #include <functional>
@@ -24,10 +24,9 @@ public:
         std::function<void()> failed;
     };
 
-    /** @param source floating, of the device; null makes a capture that does not start */
+    /** @param source floating, of the device; null makes a capture that does not start. The
+     * destructor closes the device: no callback runs or starts afterwards. */
     KdAudioCapture(const KdCaptureDevice& device, GstElement* source, Callbacks callbacks);
-    /** Closes the device. No callback runs or starts afterwards. */
-    ~KdAudioCapture();
 
     /** Opens the device. @return false when it cannot be; the log says why. */
     bool start();
@@ -40,23 +39,13 @@ public:
     bool isStalled() const;
 
     /** Any thread. */
-    bool hasFailed() const;
+    bool hasFailed() const { return m_pipeline.hasFailed(); }
 
 private:
     KdAudioCapture(const KdAudioCapture&) = delete;
     KdAudioCapture& operator=(const KdAudioCapture&) = delete;
 
-    static GstBusSyncReply onMessage(GstBus* bus, GstMessage* message, gpointer self);
-    void handle(GstMessage* message);
-    void fail();
-
     const KdCaptureDevice m_device;
     KdAudioChain m_chain;
-    KdGstPtr<GstElement> m_pipeline;
-    qint64 m_startedNs = 0;
-
-    mutable std::mutex
-        m_mutex; ///< held during calls of m_callbacks, so that all threads see them whole
-    Callbacks m_callbacks;
-    bool m_hasFailed = false;
+    KdCapturePipeline m_pipeline;
 };

@@ -75,7 +75,7 @@ void tst_KdAudioCapture::anInputThatEndsHasFailedOnce()
 
 void tst_KdAudioCapture::anInputThatBreaksIsReportedInItsOwnWords()
 {
-    expectLog(QStringLiteral("^KdAudioCapture::handle: .*Failed after iterations"));
+    expectLog(QStringLiteral("^KdCapturePipeline::handle: .*Failed after iterations"));
     Reports reports;
     GstElement* bin = gst_bin_new(nullptr);
     GstElement* source = tone();

@@ -46,7 +46,7 @@ void tst_KdAudioRecorderServer::initTestCase()
 void tst_KdAudioRecorderServer::init()
 {
     KdTestCase::init();
-    allowLog(QStringLiteral("^KdAudioCapture::handle: |gives nothing any more"));
+    allowLog(QStringLiteral("^KdCapturePipeline::handle: |gives nothing any more"));
     m_microphone.stopPlaying();
     m_server->letGo();
     m_server->kill();
