@@ -7,4 +7,5 @@ typedef struct _GstBuffer GstBuffer;
 typedef struct _GstCaps GstCaps;
 typedef struct _GstDevice GstDevice;
 typedef struct _GstElement GstElement;
+typedef struct _GstStructure GstStructure;
 // NOLINTEND(modernize-use-using,bugprone-reserved-identifier)
