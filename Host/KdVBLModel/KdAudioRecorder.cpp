@@ -1,6 +1,7 @@
 #include <KdVBLModel/KdAudioRecorder.h>
 
 #include <KdVBLModel/KdAudioEngine.h>
+#include <KdVBLModel/KdCaptureDeviceInfo.h>
 
 using namespace KdVBLMODEL;
 
@@ -71,18 +72,8 @@ void KdAudioRecorder::setInterval(int msec)
 
 void KdAudioRecorder::getDevices(QList<_KdCaptureDevInf>* devices)
 {
-    if (!devices) {
-        return;
-    }
-    devices->clear();
-    const QVector<KdCaptureDevice> inputs = m_engine->listDevices();
-    for (const KdCaptureDevice& input : inputs) {
-        _KdCaptureDevInf info;
-        info.devType = input.kind;
-        info.index = devices->size();
-        info.name = input.name;
-        info.id = input.id;
-        devices->append(info);
+    if (devices) {
+        *devices = kdInfosOf(m_engine->listDevices());
     }
 }
 

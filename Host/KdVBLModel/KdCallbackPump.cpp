@@ -55,6 +55,15 @@ void KdCallbackPump::postLevel(int level)
     post([level](Pending& pending) { pending.level = level; });
 }
 
+void KdCallbackPump::showFrame(int width, int height, uchar* argb)
+{
+    if (isOn(LevelSwitch)) {
+        m_observers.notify([&](IKdRecorderEventObserver& observer) {
+            observer.onFrameChangedCallback(width, height, argb);
+        });
+    }
+}
+
 void KdCallbackPump::dropTime()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);

@@ -43,6 +43,9 @@ public:
     void postDevice(KdVBLMODEL::_KdCaptureDeviceStatus status, int index);
     void postTime(qint64 msec);
     void postLevel(int level);
+    /** Calls the observers at once, on this thread, unless the switch of levels is off.
+     * @param argb valid during the call */
+    void showFrame(int width, int height, uchar* argb);
     /** Forgets a time that waits. */
     void dropTime();
 

@@ -34,6 +34,8 @@ public:
     {
         return m_capture && m_capture->device().isSameAs(device);
     }
+    /** A null device when none is open. */
+    KdCaptureDevice device() const { return m_capture ? m_capture->device() : KdCaptureDevice(); }
     bool hasFailed() const { return m_capture && m_capture->hasFailed(); }
 
     /** Tells a failure of this input from a late one of a former. */

@@ -19,7 +19,6 @@ VirtualCamera::VirtualCamera(const QString& nodeName, const QString& description
 
 VirtualCamera::~VirtualCamera()
 {
-    free();
     unplug();
 }
 
@@ -56,25 +55,14 @@ void VirtualCamera::letGo()
     signal(SIGCONT);
 }
 
-bool VirtualCamera::occupy()
+void VirtualCamera::occupy()
 {
-    m_other.start(QStringLiteral("gst-launch-1.0"),
-                  {QStringLiteral("pipewiresrc"), QStringLiteral("target-object=") + m_nodeName,
-                   QStringLiteral("stream-properties=p,node.exclusive=(string)true"),
-                   QStringLiteral("!"), QStringLiteral("identity"), QStringLiteral("silent=false"),
-                   QStringLiteral("!"), QStringLiteral("fakesink"), QStringLiteral("-v")});
-    QByteArray said;
-    const auto hasPicture = [&] {
-        said += m_other.readAllStandardOutput();
-        return said.contains("chain   *******");
-    };
-    return m_other.waitForStarted(kTimeoutMs) && QTest::qWaitFor(hasPicture, kTimeoutMs);
+    signal(SIGUSR1);
 }
 
 void VirtualCamera::free()
 {
-    m_other.kill();
-    m_other.waitForFinished(kTimeoutMs);
+    signal(SIGUSR2);
 }
 
 void VirtualCamera::signal(int number)

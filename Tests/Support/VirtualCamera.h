@@ -35,12 +35,12 @@ public:
     bool unplug();
     bool isPlugged() const;
 
-    /** It stays plugged, and gives no picture any more until letGo(). */
+    /** It stays plugged, and answers nobody any more until letGo(). */
     void hold();
     void letGo();
 
-    /** Another program opens it for itself alone, until it gives it free. */
-    bool occupy();
+    /** It can be seen, and gives no picture, as one that another program has opened. */
+    void occupy();
     void free();
 
     QString nodeName() const { return m_nodeName; }
@@ -55,5 +55,4 @@ private:
     const QString m_description;
     const QStringList m_modes;
     QProcess m_process;
-    QProcess m_other; ///< that holds it
 };

@@ -3,6 +3,7 @@
 //   kd_virtual_camera NODE DESCRIPTION MODE ...
 // with MODE as in YUY2:640x480@30, MJPG:1280x720@30000/1001 or YUY2:160x120-1920x1080@5-60. The
 // picture is a red, a green and a blue third, with a white square that moves along the lower edge.
+// From SIGUSR1 to SIGUSR2 it gives no picture, like a camera that another program has opened.
 
 #include <pipewire/pipewire.h>
 #include <spa/param/video/format-utils.h>
@@ -196,6 +197,8 @@ public:
         : m_loop(pw_main_loop_get_loop(loop)), m_modes(std::move(modes))
     {
         m_timer = pw_loop_add_timer(m_loop, &Camera::onTimer, this);
+        pw_loop_add_signal(m_loop, SIGUSR1, &Camera::onOccupied, this);
+        pw_loop_add_signal(m_loop, SIGUSR2, &Camera::onFree, this);
     }
 
     bool plug(pw_core* core, const char* node, const char* description);
@@ -203,7 +206,10 @@ public:
 private:
     static void onTimer(void* self, uint64_t)
     {
-        pw_stream_trigger_process(static_cast<Camera*>(self)->m_stream);
+        auto* camera = static_cast<Camera*>(self);
+        if (!camera->m_isOccupied) {
+            pw_stream_trigger_process(camera->m_stream);
+        }
     }
     static void onStateChanged(void* self, pw_stream_state, pw_stream_state state, const char*)
     {
@@ -215,6 +221,8 @@ private:
             static_cast<Camera*>(self)->setFormat(param);
         }
     }
+    static void onOccupied(void* self, int) { static_cast<Camera*>(self)->m_isOccupied = true; }
+    static void onFree(void* self, int) { static_cast<Camera*>(self)->m_isOccupied = false; }
     static void onProcess(void* self) { static_cast<Camera*>(self)->give(); }
 
     void setRunning(bool on);
@@ -231,6 +239,7 @@ private:
     spa_video_format m_format = SPA_VIDEO_FORMAT_UNKNOWN; ///< unknown is JPEG here
     spa_fraction m_rate{30, 1};
     int m_stride = 0;
+    bool m_isOccupied = false;
 };
 
 bool Camera::plug(pw_core* core, const char* node, const char* description)
@@ -357,9 +366,9 @@ int main(int argc, char** argv)
     pw_init(nullptr, nullptr);
     pw_main_loop* loop = pw_main_loop_new(nullptr);
     pw_loop_add_signal(pw_main_loop_get_loop(loop), SIGTERM, quit, loop);
+    Camera camera(loop, modes); // before any other thread, which would get the signals
     pw_context* context = pw_context_new(pw_main_loop_get_loop(loop), nullptr, 0);
     pw_core* core = pw_context_connect(context, nullptr, 0);
-    Camera camera(loop, modes);
     if (!core || !camera.plug(core, node.constData(), description.constData())) {
         QTextStream(stderr) << "kd_virtual_camera: the video server does not answer\n";
         return 1;
