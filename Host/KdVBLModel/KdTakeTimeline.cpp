@@ -45,7 +45,18 @@ qint64 KdTakeTimeline::missingUntil(qint64 ns) const
 
 bool KdTakeTimeline::isSurplus(qint64 frames, qint64 nowNs)
 {
-    if (m_owed <= 0 || m_arrivals.lateness(frames, nowNs) > -kSurplusNs) {
+    if (m_owed <= 0) {
+        return false;
+    }
+    if (m_isSilent) {
+        m_owedUntilNs = nowNs + kNsPerSecond;
+    }
+    if (nowNs > m_owedUntilNs) {
+        m_owed = 0;
+        return false;
+    }
+    const qint64 earlyNs = m_earlyNs - m_arrivals.lateness(frames, nowNs);
+    if (earlyNs <= kSurplusNs) {
         return false;
     }
     m_owed -= frames;
@@ -55,6 +66,7 @@ bool KdTakeTimeline::isSurplus(qint64 frames, qint64 nowNs)
 qint64 KdTakeTimeline::soundArrived(qint64 frames, qint64 nowNs)
 {
     const qint64 begin = m_arrivals.received();
+    m_earlyNs += std::max<qint64>(0, -m_arrivals.lateness(frames, nowNs));
     m_arrivals.arrived(frames, nowNs);
     m_isSilent = false;
     return begin;
@@ -65,6 +77,7 @@ qint64 KdTakeTimeline::silenceArrived(qint64 frames, qint64 nowNs)
     const qint64 begin = soundArrived(frames, nowNs);
     m_isSilent = true;
     m_owed += frames;
+    m_earlyNs = 0;
     return begin;
 }
 

@@ -34,7 +34,8 @@ public:
     /** The same where no block comes: what is missing of the sound up to a time. */
     qint64 missingUntil(qint64 ns) const;
     /** Whether a block is one in whose place silence was put in before, as it seemed missing: it
-     * has to be left out. To be asked once for each block. */
+     * comes sooner than it can have been captured, and has to be left out. To be asked once for
+     * each block. */
     bool isSurplus(qint64 frames, qint64 nowNs);
 
     /** @return the position at which the block begins. */
@@ -76,4 +77,6 @@ private:
     qint64 m_beginInFile = 0; ///< as the pause clock counts
     bool m_isSilent = false;  ///< what arrived last was put in
     qint64 m_owed = 0;        ///< silence that was put in and whose sound may still come
+    qint64 m_owedUntilNs = 0; ///< what comes later is what is captured then
+    qint64 m_earlyNs = 0;     ///< by how much what came since was early, together
 };

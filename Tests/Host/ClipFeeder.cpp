@@ -36,8 +36,9 @@ void ClipFeeder::run(double seconds)
 {
     const qint64 end = m_nowNs + static_cast<qint64>(seconds * 1e9);
     for (; m_nowNs < end; m_nowNs += kStepNs) {
-        while (m_soundNs + static_cast<double>(kBlock) * 1e9 / soundRate <=
-               static_cast<double>(m_nowNs)) {
+        while (m_nowNs >= m_heldUpUntilNs &&
+               m_soundNs + static_cast<double>(kBlock) * 1e9 / soundRate <=
+                   static_cast<double>(m_nowNs)) {
             giveSound();
         }
         while (m_pictureNs + static_cast<double>(cameraDelayNs) <= static_cast<double>(m_nowNs)) {

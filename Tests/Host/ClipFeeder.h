@@ -19,6 +19,10 @@ public:
     /** Lets seconds pass, in which sound and pictures come. */
     void run(double seconds);
 
+    /** Sound from now on comes at once when so much time has passed, as when a machine did
+     * something else meanwhile. */
+    void holdSoundUp(qint64 ns) { m_heldUpUntilNs = m_nowNs + ns; }
+
     double second() const { return static_cast<double>(m_nowNs - m_beginNs) * 1e-9; }
     qint64 nowNs() const { return m_nowNs; }
 
@@ -42,7 +46,8 @@ private:
     QSize m_size;
     qint64 m_beginNs = 5000000000;
     qint64 m_nowNs = m_beginNs;
-    double m_soundNs;   ///< when the next block is complete
+    double m_soundNs; ///< when the next block is complete
+    qint64 m_heldUpUntilNs = 0;
     double m_pictureNs; ///< when the next picture is taken
     unsigned m_random = 1;
     KdGstBufferPtr m_bright;

@@ -45,14 +45,6 @@ GstElement* addQueue(GstElement* pipeline)
     return queue;
 }
 
-GstPadProbeReturn reportCaptured(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer data)
-{
-    const GstBuffer* const buffer = GST_PAD_PROBE_INFO_BUFFER(info);
-    const auto* const take = static_cast<const TakeMaker::Take*>(data);
-    take->onCaptured(qint64((GST_BUFFER_PTS(buffer) + GST_BUFFER_DURATION(buffer)) / GST_MSECOND));
-    return GST_PAD_PROBE_OK;
-}
-
 void addAudio(GstElement* pipeline, GstElement* muxer, const TakeMaker::Take& take)
 {
     constexpr int kBuffersOfASecond = 100;
@@ -61,9 +53,8 @@ void addAudio(GstElement* pipeline, GstElement* muxer, const TakeMaker::Take& ta
     format.isConstant = false;
     GstElement* const source = add(pipeline, "audiotestsrc");
     gst_util_set_object_arg(G_OBJECT(source), "wave", "pink-noise");
-    g_object_set(source, "is-live", take.isLive, "samplesperbuffer",
-                 format.samplerate / kBuffersOfASecond, "num-buffers",
-                 take.seconds > 0 ? take.seconds * kBuffersOfASecond : -1, nullptr);
+    g_object_set(source, "samplesperbuffer", format.samplerate / kBuffersOfASecond, "num-buffers",
+                 take.seconds * kBuffersOfASecond, nullptr);
     const std::unique_ptr<GstCaps, Unref> caps(KdAacEncoder::inputCaps(format));
     GstElement* const convert = add(pipeline, "audioconvert");
     GstElement* const filter = addFilter(pipeline, caps.get());
@@ -71,11 +62,6 @@ void addAudio(GstElement* pipeline, GstElement* muxer, const TakeMaker::Take& ta
     GstElement* const parser = add(pipeline, "aacparse");
     GstElement* const queue = addQueue(pipeline);
     gst_element_link_many(source, convert, filter, encoder, parser, queue, muxer, nullptr);
-    if (take.onCaptured) {
-        const std::unique_ptr<GstPad, Unref> pad(gst_element_get_static_pad(source, "src"));
-        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, reportCaptured,
-                          const_cast<TakeMaker::Take*>(&take), nullptr);
-    }
 }
 
 void addVideo(GstElement* pipeline, GstElement* muxer, const TakeMaker::Take& take)
@@ -83,8 +69,7 @@ void addVideo(GstElement* pipeline, GstElement* muxer, const TakeMaker::Take& ta
     constexpr int kFrameRate = 30;
     GstElement* const source = add(pipeline, "videotestsrc");
     gst_util_set_object_arg(G_OBJECT(source), "pattern", "ball");
-    g_object_set(source, "is-live", take.isLive, "num-buffers",
-                 take.seconds > 0 ? take.seconds * kFrameRate : -1, nullptr);
+    g_object_set(source, "num-buffers", take.seconds * kFrameRate, nullptr);
     const std::unique_ptr<GstCaps, Unref> caps(
         gst_caps_new_simple("video/x-raw", "width", G_TYPE_INT, 320, "height", G_TYPE_INT, 240,
                             "framerate", GST_TYPE_FRACTION, kFrameRate, 1, nullptr));

@@ -3,8 +3,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
-
 /** Takes made without a device, as the engine writes them, and what an independent reader says of
  * them. */
 namespace TakeMaker {
@@ -13,12 +11,7 @@ struct Take
 {
     QString path;
     bool hasVideo = false;
-    /** As fast as it is heard, as a recording is; else as fast as the machine can. */
-    bool isLive = false;
-    /** 0: until the process ends. */
     int seconds = 0;
-    /** Called on a streaming thread with how much sound has been captured so far. */
-    std::function<void(qint64 ms)> onCaptured;
 };
 
 /** Writes a take and finishes it. @return one sentence when that failed. */

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void silenceIsNotAnticipatedByMoreThanATenthOfASecond();
     void aClockThatGoesBackDoesNotMoveThePosition();
     void daysDoNotOverflow();
+    void theCapturedPositionMayLieAnywhere();
+    void latenessIsMeasuredAgainstTheEarliest();
 };
 
 void tst_KdArrivalClock::nothingArrivedIsPositionZero()
@@ -99,6 +101,29 @@ void tst_KdArrivalClock::daysDoNotOverflow()
     KdArrivalClock clock(96000);
     clock.arrived(10 * kDay * 96, 10 * kDay * kMs);
     QCOMPARE(clock.positionAt((10 * kDay + 10) * kMs), 10 * kDay * 96 + 960);
+}
+
+void tst_KdArrivalClock::theCapturedPositionMayLieAnywhere()
+{
+    KdArrivalClock clock(48000);
+    QCOMPARE(clock.capturedAt(1000 * kMs), 0);
+    clock.arrived(480, 1010 * kMs);
+    QCOMPARE(clock.capturedAt(1000 * kMs), 0);
+    QCOMPARE(clock.capturedAt(1005 * kMs), 240);
+    QCOMPARE(clock.capturedAt(990 * kMs), -480);
+    QCOMPARE(clock.capturedAt(11000 * kMs), 480000);
+}
+
+void tst_KdArrivalClock::latenessIsMeasuredAgainstTheEarliest()
+{
+    KdArrivalClock clock(48000);
+    QCOMPARE(clock.lateness(480, 1010 * kMs), 0);
+    clock.arrived(480, 1010 * kMs);
+    QCOMPARE(clock.lateness(480, 1020 * kMs), 0);
+    QCOMPARE(clock.lateness(480, 1035 * kMs), 15 * kMs);
+    QCOMPARE(clock.lateness(480, 1013 * kMs), -7 * kMs);
+    clock.arrived(480, 1035 * kMs);
+    QCOMPARE(clock.lateness(480, 1030 * kMs), 0);
 }
 
 int main(int argc, char** argv)

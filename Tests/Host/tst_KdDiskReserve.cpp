@@ -12,6 +12,7 @@ private Q_SLOTS:
     void theReserveGrowsWithTheTake();
     void theReserveCoversWhatIsUnderWay();
     void anHourFitsIntoItsReserve();
+    void anHourOfPicturesFitsIntoItsReserve();
     void theDiskOfAFileThatIsNotThereYetIsAsked();
     void aDiskThatDoesNotTellIsUnknownNotFull();
 };
@@ -37,6 +38,16 @@ void tst_KdDiskReserve::anHourFitsIntoItsReserve()
     // An index of 4 bytes for each packet's size and 8 for its place is what can be needed at most.
     const qint64 packets = 3600LL * 96000 / 1024;
     QVERIFY(KdDiskReserve::bytesToFinish(3600 * 1000, 96000, 128000) > packets * 12);
+}
+
+void tst_KdDiskReserve::anHourOfPicturesFitsIntoItsReserve()
+{
+    // Of each picture its size, its length and, as sound lies between, its place.
+    constexpr qint64 kPictures = 3600 * 60;
+    const qint64 sound = KdDiskReserve::bytesToFinish(3600 * 1000, 48000, 4128000);
+    const qint64 both = KdDiskReserve::bytesToFinishClip(3600 * 1000, kPictures, 48000, 4128000);
+    QVERIFY(both - sound >= kPictures * (4 + 8 + 8));
+    QVERIFY(KdDiskReserve::bytesToFinishClip(0, 0, 0, 4000000) > 1000000);
 }
 
 void tst_KdDiskReserve::theDiskOfAFileThatIsNotThereYetIsAsked()

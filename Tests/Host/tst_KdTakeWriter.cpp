@@ -82,6 +82,11 @@ void tst_KdTakeWriter::finishedTakeHoldsEverythingPushed()
     QVERIFY2(media.seconds >= 2.999, qPrintable(QString::number(media.seconds)));
     QVERIFY2(media.seconds < 3.001 + (1600 + 1024) / static_cast<double>(samplerate),
              qPrintable(QString::number(media.seconds)));
+    // The end of the tone as well, late by the encoder's delay.
+    const double end = 3.0 + (mode == KdVBLMODEL::fbmConstant ? 1600 : 1024) / double(samplerate);
+    const QVector<float> samples = MediaProbe::samples(takePath(), 48000);
+    const double loudness = MediaProbe::toneDecibel(samples, 48000, 1000.0, end - 0.006, 0.01);
+    QVERIFY2(loudness > -20.0, qPrintable(QString::number(loudness)));
     QCOMPARE(files(), QStringList(QFileInfo(takePath()).fileName()));
 }
 

@@ -98,6 +98,7 @@ private Q_SLOTS:
     void aMicrophoneThatStaysSilentIsNotWaitedFor();
     void aMicrophoneThatComesLateIsInStep();
     void soundThatStopsBecomesSilenceAndComesBackInStep();
+    void soundThatWasHeldUpStaysInStep();
     void picturesThatStopStandStillWhileTheSoundGoesOn();
     void theTimeCountsFromTheFirstPictureAndLeavesPausesOut();
     void theFinishedLengthIsTheTimeThatWasTold();
@@ -383,6 +384,28 @@ void tst_KdWebcamTake::soundThatStopsBecomesSilenceAndComesBackInStep()
     }
     const ClipInfo clip = ClipProbe::probe(path());
     QVERIFY(std::abs(clip.pictureLength - clip.soundLength) < kMostUnequal);
+}
+
+void tst_KdWebcamTake::soundThatWasHeldUpStaysInStep()
+{
+    for (const qint64 heldUpMs : {200, 700}) {
+        const QString file = temporaryPath(QStringLiteral("%1.mp4").arg(heldUpMs));
+        const KdWebcamTakeFormat format = clipFormat(true);
+        KdWebcamTake take;
+        QVERIFY(take.open(file, format, 100));
+        ClipFeeder feeder(take, format);
+        feeder.run(2.7);
+        feeder.holdSoundUp(heldUpMs * 1000000);
+        feeder.run(6.0);
+        QVERIFY(take.finish());
+        const QVector<double> offsets = FlashBeep::offsets(file);
+        QVERIFY2(offsets.size() == 9 && farthest(offsets.mid(0, 3)) < kMostApart &&
+                     farthest(offsets.mid(4)) < kMostApart,
+                 qPrintable(text(offsets)));
+        const ClipInfo clip = ClipProbe::probe(file);
+        QVERIFY2(std::abs(clip.soundLength - 8.7) < 0.06,
+                 qPrintable(QString::number(clip.soundLength)));
+    }
 }
 
 void tst_KdWebcamTake::picturesThatStopStandStillWhileTheSoundGoesOn()
