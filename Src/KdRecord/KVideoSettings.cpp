@@ -5,6 +5,8 @@
 #include <KdRecord/KdCaptureEngine.h>
 #include <KdWidgets/KdLabel.h>
 
+#include <iterator>
+
 namespace {
 
 constexpr quint32 H264Fourcc = KdVBLMODEL::kFourCcH264;
@@ -33,6 +35,8 @@ void KVideoSettings::initUI()
     m_pTitle = rows.addTitle();
     m_pEncoder = rows.addRow(QStringLiteral("KVideoSettings_Encoder"));
     m_pFrameRate = rows.addRow(QStringLiteral("KVideoSettings_FrameRate"));
+    // One more than a list shows by itself: all of them without a scroll bar.
+    m_pFrameRate->combobox()->setMaxVisibleItems(int(std::size(FrameRates)));
     m_pBitrateMode = rows.addRow(QStringLiteral("KVideoSettings_BitrateMode"));
     m_pBitrateMode->setQuestionVisible(true);
     m_pQuality = rows.addRow(QStringLiteral("KVideoSettings_Quality"));

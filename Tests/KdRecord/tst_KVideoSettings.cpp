@@ -45,6 +45,7 @@ private Q_SLOTS:
 
     void offersTheChoicesInOrder_data();
     void offersTheChoicesInOrder();
+    void everyFrameRateIsInSight();
     void qualityCodesStandInTheirOwnOrder();
     void standsRowsBelowEachOther();
     void onlyTheModeHasAQuestionMark();
@@ -134,6 +135,11 @@ void tst_KVideoSettings::offersTheChoicesInOrder()
     QCOMPARE(shown.join(QLatin1Char('|')), texts);
     QCOMPARE(values, data);
     QCOMPARE(combo(row).parentWidget()->findChild<KdLabel*>()->text(), title);
+}
+
+void tst_KVideoSettings::everyFrameRateIsInSight()
+{
+    QVERIFY(combo("FrameRate").maxVisibleItems() >= combo("FrameRate").count());
 }
 
 void tst_KVideoSettings::qualityCodesStandInTheirOwnOrder()

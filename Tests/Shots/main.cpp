@@ -3,6 +3,7 @@
 
 #include "Shot.h"
 #include "StudioShots.h"
+#include "VideoSettingsShots.h"
 #include "VoiceOverShots.h"
 
 #include <KCore/KCoreDirs.h>
@@ -27,6 +28,7 @@ bool takeAll(const QString& folder)
         const Shot shot(folder, skin);
         ok = takeVoiceOverShots(shot) && ok;
         ok = takeAdvancedSettingsShots(shot) && ok;
+        ok = takeVideoSettingsShots(shot) && ok;
         ok = takeStudioShots(shot) && ok;
     }
     return ok;

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "Shot.h"
+
+/** The page of advanced video settings in a window such as a host gives it, and a list open. */
+bool takeVideoSettingsShots(const Shot& shot);
