@@ -173,6 +173,7 @@ private Q_SLOTS:
     {
         std::atomic<bool> isOver{false};
         std::vector<std::thread> senders;
+        senders.reserve(3);
         for (int i = 0; i < 3; ++i) {
             senders.emplace_back([&isOver] {
                 while (!isOver) {

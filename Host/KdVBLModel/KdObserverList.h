@@ -1,3 +1,0 @@
-#pragma once
-
-#include <KdCore/KdObserverList.h> // where it moved; include it from there
