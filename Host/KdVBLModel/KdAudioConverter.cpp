@@ -44,28 +44,36 @@ KdAudioConverter::~KdAudioConverter()
     gst_audio_converter_free(m_converter);
 }
 
+// The library crashes when it is given less than it needs for one frame: that waits here.
 KdGstBufferPtr KdAudioConverter::convert(const void* data, qint64 frames)
 {
-    const auto inFrames = static_cast<gsize>(frames);
+    const auto* bytes = static_cast<const char*>(data);
+    m_waiting.insert(m_waiting.end(), bytes, bytes + frames * m_from.bpf);
+    const gsize inFrames = m_waiting.size() / static_cast<gsize>(m_from.bpf);
     const gsize outFrames = gst_audio_converter_get_out_frames(m_converter, inFrames);
-    const gsize bytes = outFrames * static_cast<gsize>(m_to.bpf);
-    KdGstBufferPtr buffer(gst_buffer_new_allocate(nullptr, bytes, nullptr));
+    if (outFrames == 0) {
+        return nullptr;
+    }
+    const gsize size = outFrames * static_cast<gsize>(m_to.bpf);
+    KdGstBufferPtr buffer(gst_buffer_new_allocate(nullptr, size, nullptr));
     GstMapInfo map;
     if (!gst_buffer_map(buffer.get(), &map, GST_MAP_WRITE)) {
         return nullptr;
     }
-    gpointer in[] = {const_cast<gpointer>(data)};
+    gpointer in[] = {m_waiting.data()};
     gpointer out[] = {map.data};
     const bool isConverted = gst_audio_converter_samples(m_converter, GST_AUDIO_CONVERTER_FLAG_NONE,
                                                          in, inFrames, out, outFrames);
     m_isUsed = true;
+    m_waiting.clear();
     gst_buffer_unmap(buffer.get(), &map);
-    return isConverted && outFrames > 0 ? std::move(buffer) : nullptr;
+    return isConverted ? std::move(buffer) : nullptr;
 }
 
 KdGstBufferPtr KdAudioConverter::drain()
 {
-    const gsize held = m_isUsed ? gst_audio_converter_get_max_latency(m_converter) : 0;
+    const bool isUsed = m_isUsed || !m_waiting.empty();
+    const gsize held = isUsed ? gst_audio_converter_get_max_latency(m_converter) : 0;
     // Silence of our own: the library's own way of draining does not survive every state.
     const std::vector<char> silence(held * static_cast<gsize>(m_from.bpf), 0);
     return held > 0 ? convert(silence.data(), static_cast<qint64>(held)) : nullptr;

@@ -7,6 +7,8 @@
 
 #include <gst/audio/audio.h>
 
+#include <vector>
+
 /**
  * Brings raw audio from one rate, sample type and number of channels to another, without gaps
  * between the calls. Not thread-safe.
@@ -36,5 +38,6 @@ private:
     GstAudioInfo m_from;
     GstAudioInfo m_to;
     GstAudioConverter* m_converter;
+    std::vector<char> m_waiting; ///< sound that is too little for a frame
     bool m_isUsed = false;
 };

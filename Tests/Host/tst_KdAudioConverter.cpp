@@ -49,6 +49,8 @@ private Q_SLOTS:
     void everyOfferedRateKeepsLengthPitchAndLevel();
     void equalFormatsPassSampleBySample();
     void bothChannelsGoIntoOne();
+    void theSmallestBlocksGiveTheSameAsOne_data();
+    void theSmallestBlocksGiveTheSameAsOne();
     void drainingWithoutSoundGivesNothing();
     void whatIsNoFixedAudioIsRefused();
 };
@@ -107,6 +109,35 @@ void tst_KdAudioConverter::bothChannelsGoIntoOne()
     QCOMPARE(output.size(), size_t(2));
     QVERIFY(std::abs(output[0] - 0.3F) < 0.001F);
     QVERIFY(std::abs(output[1] + 0.25F) < 0.001F);
+}
+
+void tst_KdAudioConverter::theSmallestBlocksGiveTheSameAsOne_data()
+{
+    everyOfferedRateKeepsLengthPitchAndLevel_data();
+}
+
+void tst_KdAudioConverter::theSmallestBlocksGiveTheSameAsOne()
+{
+    QFETCH(int, rate);
+    const std::vector<float> input = sine(1000.0, 48000, 2, 4800);
+    std::vector<qint16> whole;
+    std::vector<qint16> inPieces;
+    const auto once =
+        KdAudioConverter::create(caps("F32LE", 48000, 2).get(), caps("S16LE", rate, 2).get());
+    append(&whole, once->convert(input.data(), 4800));
+    append(&whole, once->drain());
+    const auto often =
+        KdAudioConverter::create(caps("F32LE", 48000, 2).get(), caps("S16LE", rate, 2).get());
+    int at = 0;
+    for (int size = 0; at + size <= 4800; size = (size + 1) % 9) {
+        append(&inPieces, often->convert(&input[size_t(2) * size_t(at)], size));
+        at += size;
+    }
+    append(&inPieces, often->convert(&input[size_t(2) * size_t(at)], 4800 - at));
+    append(&inPieces, often->drain());
+    QCOMPARE(inPieces.size(), whole.size());
+    QVERIFY(std::equal(whole.begin(), whole.end(), inPieces.begin(),
+                       [](qint16 a, qint16 b) { return std::abs(a - b) <= 2; }));
 }
 
 void tst_KdAudioConverter::drainingWithoutSoundGivesNothing()
