@@ -1,10 +1,10 @@
 #include "WebcamFixture.h"
 
 #include <Support/KdTestCase.h>
+#include <Support/ProcessUse.h>
 #include <Support/VirtualCamera.h>
 #include <Support/VirtualMicrophone.h>
 
-#include <QDir>
 #include <QElapsedTimer>
 
 #include <cmath>
@@ -32,27 +32,6 @@ bool showsThirds(const QImage& frame)
     return !frame.isNull() && isLike(frame.pixel(third / 2, y), QColor(220, 30, 30)) &&
            isLike(frame.pixel(third * 3 / 2, y), QColor(30, 200, 30)) &&
            isLike(frame.pixel(third * 5 / 2, y), QColor(30, 30, 220));
-}
-
-int entriesIn(const char* folder)
-{
-    return QDir(QLatin1String(folder)).entryList(QDir::AllEntries | QDir::System).size();
-}
-
-int openFiles()
-{
-    return entriesIn("/proc/self/fd");
-}
-
-int threads()
-{
-    return entriesIn("/proc/self/task");
-}
-
-qint64 residentKb()
-{
-    QFile file(QStringLiteral("/proc/self/statm"));
-    return file.open(QFile::ReadOnly) ? file.readAll().split(' ').value(1).toLongLong() * 4 : 0;
 }
 
 } // namespace
@@ -508,19 +487,17 @@ void tst_KdWebcamPreview::manyRoundsLeakNothing()
     for (int warmUp = 0; warmUp < 10; ++warmUp) {
         QVERIFY(playOneRound());
     }
-    const int filesBefore = openFiles();
-    const int threadsBefore = threads();
-    const qint64 memoryBefore = residentKb();
+    const ProcessUse before = ProcessUse::now();
     constexpr int kRounds = 60;
     for (int round = 0; round < kRounds; ++round) {
         QVERIFY(playOneRound());
     }
-    QTRY_VERIFY2(openFiles() <= filesBefore,
-                 qPrintable(QString::number(openFiles() - filesBefore)));
-    QTRY_VERIFY2(threads() <= threadsBefore,
-                 qPrintable(QString::number(threads() - threadsBefore)));
-    const qint64 grown = residentKb() - memoryBefore;
-    QVERIFY2(grown < 2000, qPrintable(QStringLiteral("%1 kB more").arg(grown)));
+    QTRY_VERIFY2(ProcessUse::now().files <= before.files,
+                 qPrintable(QString::number(ProcessUse::now().files - before.files)));
+    QTRY_VERIFY2(ProcessUse::now().threads <= before.threads,
+                 qPrintable(QString::number(ProcessUse::now().threads - before.threads)));
+    const qint64 grownKb = ProcessUse::now().heapKb - before.heapKb;
+    QVERIFY2(grownKb < 1000, qPrintable(QStringLiteral("%1 kB more").arg(grownKb)));
 }
 
 int main(int argc, char** argv)
