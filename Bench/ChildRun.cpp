@@ -76,3 +76,14 @@ ChildCost runChild(const QStringList& command, double interruptAfterSeconds)
     cost.output = QString::fromUtf8(outputFile.readAll());
     return cost;
 }
+
+QHash<QString, double> printedValues(const ChildCost& cost)
+{
+    QHash<QString, double> values;
+    const QStringList lines = cost.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        values.insert(line.section(QLatin1Char(' '), 0, 0),
+                      line.section(QLatin1Char(' '), 1, 1).toDouble());
+    }
+    return values;
+}

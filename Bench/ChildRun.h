@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -19,3 +20,6 @@ struct ChildCost
  * @param interruptAfterSeconds 0: the program ends by itself
  */
 ChildCost runChild(const QStringList& command, double interruptAfterSeconds);
+
+/** @return what a child printed as lines of a name and a number. */
+QHash<QString, double> printedValues(const ChildCost& cost);

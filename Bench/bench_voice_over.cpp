@@ -9,7 +9,6 @@
 #include <Support/VirtualMicrophone.h>
 
 #include <QApplication>
-#include <QHash>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -24,17 +23,6 @@ QTemporaryDir& workFolder()
 {
     static QTemporaryDir folder;
     return folder;
-}
-
-QHash<QString, double> valuesOf(const QString& output)
-{
-    QHash<QString, double> values;
-    const QStringList lines = output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString& line : lines) {
-        values.insert(line.section(QLatin1Char(' '), 0, 0),
-                      line.section(QLatin1Char(' '), 1, 1).toDouble());
-    }
-    return values;
 }
 
 void reportCost(benchmark::State& state, const ChildCost& cost, double recordedSeconds)
@@ -60,7 +48,7 @@ void recordInProcess(benchmark::State& state, const char* kind)
             return;
         }
         reportCost(state, cost, 2.0 * kSeconds);
-        const QHash<QString, double> values = valuesOf(cost.output);
+        const QHash<QString, double> values = printedValues(cost);
         for (auto value = values.constBegin(); value != values.constEnd(); ++value) {
             state.counters[value.key().toStdString()] = value.value();
         }
