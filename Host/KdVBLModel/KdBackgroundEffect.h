@@ -3,6 +3,7 @@
 #include <KdRecord/KdCaptureEngine.h>
 #include <KdVBLModel/KdVBLModelExport.h>
 
+#include <chrono>
 #include <memory>
 
 /**
@@ -38,7 +39,7 @@ public:
      * a blurred background. Remove makes the background transparent: alpha, not premultiplied, is
      * 255 on the person, 0 (with black under it) on the background, and between on the rim. An
      * unknown mode counts as none, as does every mode where isAvailable() is false.
-     * @param argb 32 bits a pixel, 0xAARRGGBB in the machine's byte order; alpha is taken as 255.
+     * @param argb 32 bits a pixel: blue, green, red and alpha, which is taken as 255.
      * @param width, height in pixels; nothing is done when one is not positive.
      * @param stride bytes from one row to the next, at least 4 * width, else nothing is done; what
      * lies between the end of a row and the next is left alone.
@@ -47,6 +48,12 @@ public:
 
     /** Forgets the scene, as for another camera. */
     void reset();
+
+    /**
+     * Waits until the worker knows where the person is in the last frame that it took.
+     * @return false when that takes longer.
+     */
+    bool waitForMask(std::chrono::milliseconds patience) const;
 
     /** Lays a frame with removed background over black: alpha becomes 255. Sizes as in apply(). */
     static void layOverBlack(uchar* argb, int width, int height, int stride);

@@ -19,3 +19,8 @@ void KdBackgroundEffect::apply(Mode /*mode*/, uchar* /*argb*/, int /*width*/, in
 }
 
 void KdBackgroundEffect::reset() {}
+
+bool KdBackgroundEffect::waitForMask(std::chrono::milliseconds /*patience*/) const
+{
+    return true;
+}
