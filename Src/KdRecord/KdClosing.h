@@ -1,7 +1,8 @@
 #pragma once
 
 /**
- * Lets a dialog be closed once, however it is closed and from within whatever its closing brings up.
+ * Lets a dialog be closed once, however it is closed and from within whatever its closing brings
+ * up.
  */
 class KdClosing
 {

@@ -463,22 +463,48 @@
     </message>
 </context>
 <context>
+    <name>KdWebcamRecordView</name>
+    <message>
+        <source>Capture Video</source>
+        <translation>Video aufnehmen</translation>
+    </message>
+</context>
+<context>
+    <name>KdWebcamTakeReport</name>
+    <message>
+        <source>remove</source>
+        <translation>entfernt</translation>
+    </message>
+    <message>
+        <source>blur</source>
+        <translation>unscharf</translation>
+    </message>
+    <message>
+        <source>circle</source>
+        <translation>Kreis</translation>
+    </message>
+    <message>
+        <source>square</source>
+        <translation>Rechteck</translation>
+    </message>
+</context>
+<context>
     <name>StudioEmptyState</name>
     <message>
         <source>Choose a take</source>
         <translation>Aufnahme wählen</translation>
     </message>
     <message>
-        <source>Record your first voice-over</source>
-        <translation>Die erste Sprachaufnahme machen</translation>
-    </message>
-    <message>
         <source>Click one in the list to see and hear it.</source>
         <translation>Klicken Sie eine in der Liste an, um sie zu sehen und zu hören.</translation>
     </message>
     <message>
-        <source>Connect a microphone, press “Record voice-over” and speak. The take appears in the list and on the timeline.</source>
-        <translation>Schließen Sie ein Mikrofon an, drücken Sie „Sprachaufnahme“ und sprechen Sie. Die Aufnahme erscheint in der Liste und auf der Zeitleiste.</translation>
+        <source>Record your first take</source>
+        <translation>Erste Aufnahme machen</translation>
+    </message>
+    <message>
+        <source>Press “Record voice-over” and speak, or “Record webcam” and show yourself. The take appears in the list and on the timeline.</source>
+        <translation>Wählen Sie „Sprachaufnahme“ und sprechen Sie, oder „Webcam aufnehmen“ und zeigen Sie sich. Die Aufnahme erscheint in der Liste und auf der Zeitleiste.</translation>
     </message>
 </context>
 <context>
@@ -683,6 +709,10 @@
         <source>Takes that you record are listed here.</source>
         <translation>Hier stehen Ihre Aufnahmen.</translation>
     </message>
+    <message>
+        <source>Record webcam</source>
+        <translation>Webcam aufnehmen</translation>
+    </message>
 </context>
 <context>
     <name>StudioTimeline</name>
@@ -725,8 +755,8 @@
         <translation>Nutzungsereignisse</translation>
     </message>
     <message>
-        <source>What is used in the recorder&apos;s advanced settings appears here. It stays on this machine.</source>
-        <translation>Hier erscheint, was in den erweiterten Einstellungen des Rekorders benutzt wird. Es bleibt auf diesem Rechner.</translation>
+        <source>What is used in the recorder appears here. It stays on this machine.</source>
+        <translation>Hier erscheint, was im Rekorder benutzt wird. Es bleibt auf diesem Rechner.</translation>
     </message>
 </context>
 <context>

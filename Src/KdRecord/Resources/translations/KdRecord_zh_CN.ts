@@ -463,22 +463,48 @@
     </message>
 </context>
 <context>
+    <name>KdWebcamRecordView</name>
+    <message>
+        <source>Capture Video</source>
+        <translation>录制视频</translation>
+    </message>
+</context>
+<context>
+    <name>KdWebcamTakeReport</name>
+    <message>
+        <source>remove</source>
+        <translation>移除</translation>
+    </message>
+    <message>
+        <source>blur</source>
+        <translation>模糊</translation>
+    </message>
+    <message>
+        <source>circle</source>
+        <translation>圆形</translation>
+    </message>
+    <message>
+        <source>square</source>
+        <translation>方形</translation>
+    </message>
+</context>
+<context>
     <name>StudioEmptyState</name>
     <message>
         <source>Choose a take</source>
         <translation>选择一段录音</translation>
     </message>
     <message>
-        <source>Record your first voice-over</source>
-        <translation>录制您的第一段配音</translation>
-    </message>
-    <message>
         <source>Click one in the list to see and hear it.</source>
         <translation>点击列表中的一段即可查看和收听。</translation>
     </message>
     <message>
-        <source>Connect a microphone, press “Record voice-over” and speak. The take appears in the list and on the timeline.</source>
-        <translation>连接麦克风，点击“录制配音”并开始讲话。录音会出现在列表和时间轴上。</translation>
+        <source>Record your first take</source>
+        <translation>录制你的第一段</translation>
+    </message>
+    <message>
+        <source>Press “Record voice-over” and speak, or “Record webcam” and show yourself. The take appears in the list and on the timeline.</source>
+        <translation>按下“录制旁白”开始说话，或按下“录制摄像头”出镜。录制结果会出现在列表和时间线中。</translation>
     </message>
 </context>
 <context>
@@ -682,6 +708,10 @@
         <source>Takes that you record are listed here.</source>
         <translation>您录制的内容会列在这里。</translation>
     </message>
+    <message>
+        <source>Record webcam</source>
+        <translation>录制摄像头</translation>
+    </message>
 </context>
 <context>
     <name>StudioTimeline</name>
@@ -724,8 +754,8 @@
         <translation>使用事件</translation>
     </message>
     <message>
-        <source>What is used in the recorder&apos;s advanced settings appears here. It stays on this machine.</source>
-        <translation>录音机高级设置的使用情况会显示在这里，且只保存在本机。</translation>
+        <source>What is used in the recorder appears here. It stays on this machine.</source>
+        <translation>录制器中使用的功能会显示在这里。这些信息只留在本机。</translation>
     </message>
 </context>
 <context>
