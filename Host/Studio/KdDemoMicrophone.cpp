@@ -4,17 +4,7 @@
 #include <Studio/StudioPipeWire.h>
 #include <Studio/StudioSoundCheck.h>
 #include <Studio/StudioSpeech.h>
-
-#include <QDeadlineTimer>
-#include <QProcess>
-#include <QStandardPaths>
-
-#if defined(Q_OS_LINUX)
-#include <csignal>
-#include <sys/prctl.h>
-#endif
-
-#include <functional>
+#include <Studio/StudioTools.h>
 
 namespace {
 
@@ -23,75 +13,10 @@ constexpr int kDeviceTimeoutMs = 5000;
 constexpr int kLinkTimeoutMs = 5000;
 constexpr int kSoundTimeoutMs = 6000;
 constexpr int kRelinkMs = 50;
-constexpr int kEndTimeoutMs = 500;
-
-/** A helper that does not outlive the process, however that ends: its device would stay for ever.
- */
-class BoundProcess : public QProcess
-{
-public:
-    using QProcess::QProcess;
-
-    ~BoundProcess() override
-    {
-        if (state() != QProcess::NotRunning) {
-            terminate();
-            if (!waitForFinished(kEndTimeoutMs)) {
-                kill();
-                waitForFinished(kEndTimeoutMs);
-            }
-        }
-    }
-
-protected:
-    void setupChildProcess() override
-    {
-#if defined(Q_OS_LINUX)
-        prctl(PR_SET_PDEATHSIG, SIGTERM);
-#endif
-    }
-};
 
 QString voiceName()
 {
     return QStringLiteral("kdrecord_demo_voice");
-}
-
-struct CommandResult
-{
-    bool done = false;
-    QByteArray output;
-    QByteArray errors;
-};
-
-CommandResult runCommand(const QString& program, const QStringList& arguments)
-{
-    BoundProcess process;
-    process.start(program, arguments);
-    CommandResult result;
-    if (process.waitForFinished(kCommandTimeoutMs)) {
-        result.done = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-        result.output = process.readAllStandardOutput();
-        result.errors = process.readAllStandardError();
-    }
-    return result;
-}
-
-QByteArray dump()
-{
-    return runCommand(QStringLiteral("pw-dump"), {}).output;
-}
-
-/** Asks again and again; each asking is a process of its own and takes its time. */
-bool until(int timeoutMs, const std::function<bool()>& condition)
-{
-    const QDeadlineTimer deadline(timeoutMs);
-    while (!condition()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-    }
-    return true;
 }
 
 QByteArray createNodeCommand()
@@ -134,7 +59,7 @@ QString KdDemoMicrophone::displayName()
 
 bool KdDemoMicrophone::isMicrophoneThere()
 {
-    return StudioPipeWire::hasMicrophone(dump());
+    return StudioPipeWire::hasMicrophone(StudioTools::pipeWireDump());
 }
 
 QString KdDemoMicrophone::start()
@@ -155,19 +80,14 @@ QString KdDemoMicrophone::start()
 
 QString KdDemoMicrophone::checkTools()
 {
-    for (const char* tool : {"pw-cli", "pw-dump", "pw-link", "pw-play"}) {
-        if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) {
-            return QStringLiteral("A demonstration needs the program \"%1\" of PipeWire (package "
-                                  "pipewire-bin).")
-                .arg(QString::fromLatin1(tool));
-        }
-    }
-    return {};
+    return StudioTools::whatIsMissing({QStringLiteral("pw-cli"), QStringLiteral("pw-dump"),
+                                       QStringLiteral("pw-link"), QStringLiteral("pw-play")},
+                                      QStringLiteral("pipewire-bin"));
 }
 
 QString KdDemoMicrophone::makeDevice()
 {
-    m_device = std::make_unique<BoundProcess>();
+    m_device = std::make_unique<StudioTools::BoundProcess>();
     // The device lives as long as the tool, and the tool as long as it may expect further commands.
     m_device->setStandardOutputFile(QProcess::nullDevice());
     m_device->start(QStringLiteral("pw-cli"), QStringList());
@@ -176,9 +96,9 @@ QString KdDemoMicrophone::makeDevice()
         return QStringLiteral(
             "The demonstration microphone could not be made: pw-cli does not start.");
     }
-    const bool made = until(kDeviceTimeoutMs, [this] {
+    const bool made = StudioTools::until(kDeviceTimeoutMs, [this] {
         return m_device->state() == QProcess::NotRunning ||
-               StudioPipeWire::hasNode(dump(), nodeName());
+               StudioPipeWire::hasNode(StudioTools::pipeWireDump(), nodeName());
     });
     if (!made || m_device->state() == QProcess::NotRunning) {
         return QStringLiteral(
@@ -195,13 +115,13 @@ QString KdDemoMicrophone::speak()
         return QStringLiteral(
             "The demonstration's speech could not be written to a temporary folder.");
     }
-    m_voice = std::make_unique<BoundProcess>();
+    m_voice = std::make_unique<StudioTools::BoundProcess>();
     m_voice->setProgram(QStringLiteral("pw-play"));
     m_voice->setArguments(
         {QStringLiteral("-P"),
          QStringLiteral("{ node.name=%1 node.autoconnect=false }").arg(voiceName()), file});
     m_voice->start();
-    if (!until(kLinkTimeoutMs, [this] { return link(); })) {
+    if (!StudioTools::until(kLinkTimeoutMs, [this] { return link(); })) {
         return QStringLiteral(
             "The demonstration's speech could not be connected to its microphone.");
     }
@@ -216,7 +136,7 @@ bool KdDemoMicrophone::link()
     for (const char* channel : {"FL", "FR"}) {
         const QString input =
             QStringLiteral("%1:input_%2").arg(nodeName(), QString::fromLatin1(channel));
-        const CommandResult result = runCommand(
+        const StudioTools::Result result = StudioTools::run(
             QStringLiteral("pw-link"), {voiceName() + QStringLiteral(":output_MONO"), input});
         linked = linked && (result.done || result.errors.contains("File exists"));
     }

@@ -5,11 +5,13 @@
 #include <KdCore/KdLazySingletonManager.h>
 #include <KdWidgets/KdSkinManager.h>
 #include <KdZentraCore/KdConfigEngine.h>
+#include <Studio/KdDemoCamera.h>
 #include <Studio/KdDemoMicrophone.h>
 #include <Studio/StudioImporter.h>
 #include <Studio/StudioLanguages.h>
 #include <Studio/StudioQuitSignals.h>
-#include <Studio/StudioVoiceOver.h>
+#include <Studio/StudioRecordSession.h>
+#include <Studio/StudioUnattendedTake.h>
 #include <Studio/StudioWindow.h>
 
 #include <QApplication>
@@ -43,6 +45,15 @@ void say(std::FILE* stream, const QString& text)
     std::fflush(stream);
 }
 
+/** Says what is wrong. @return whether nothing is */
+bool works(const QString& error)
+{
+    if (!error.isEmpty()) {
+        say(stderr, QStringLiteral("studio: %1").arg(error));
+    }
+    return error.isEmpty();
+}
+
 } // namespace
 
 StudioApplication::StudioApplication(const StudioOptions& options, QObject* parent)
@@ -52,7 +63,7 @@ StudioApplication::StudioApplication(const StudioOptions& options, QObject* pare
 
 StudioApplication::~StudioApplication()
 {
-    m_voiceOver.reset();
+    m_take.reset();
     m_window.reset();
     KdLazySingletonManager::instance()->releaseAll();
 }
@@ -69,9 +80,7 @@ int StudioApplication::run()
     m_window->show();
     m_window->openTakes();
     handleQuitSignals();
-    if (m_options.voiceOverSeconds > 0.0) {
-        startVoiceOver();
-    }
+    planTakes();
     return QApplication::exec();
 }
 
@@ -81,6 +90,8 @@ void StudioApplication::applySettings()
         setZentraDocumentDir(m_options.takesFolder);
         KdAppSettings::GetInstance()->Load();
         KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(
+            QDir::toNativeSeparators(m_options.takesFolder));
+        KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetCaptureFileFolder(
             QDir::toNativeSeparators(m_options.takesFolder));
     }
     IKdProjectManager::getInstance()->setFrameRate(m_options.frameRate);
@@ -93,43 +104,105 @@ void StudioApplication::applySettings()
 
 bool StudioApplication::prepareDemo()
 {
+    const bool voiceOverOnly = m_options.voiceOverSeconds > 0.0 && m_options.webcamSeconds <= 0.0;
+    const QString error = prepareMicrophone();
+    return works(error.isEmpty() && !voiceOverOnly ? prepareCamera() : error);
+}
+
+QString StudioApplication::prepareMicrophone()
+{
     if (KdDemoMicrophone::isMicrophoneThere()) {
-        return true;
+        return {};
     }
     say(stderr, QStringLiteral(
                     "studio: there is no microphone; making one in which a demonstration speaks."));
     m_microphone = std::make_unique<KdDemoMicrophone>();
-    const QString error = m_microphone->start();
-    if (!error.isEmpty()) {
-        say(stderr, QStringLiteral("studio: %1").arg(error));
-        return false;
-    }
-    return true;
+    return m_microphone->start();
 }
 
-void StudioApplication::startVoiceOver()
+QString StudioApplication::prepareCamera()
 {
-    m_voiceOver =
-        std::make_unique<StudioVoiceOver>(m_window->session(), m_options.voiceOverSeconds);
-    connect(m_window->importer(), &StudioImporter::imported, m_voiceOver.get(),
-            &StudioVoiceOver::noteImported);
-    connect(m_window->importer(), &StudioImporter::failed, m_voiceOver.get(),
-            &StudioVoiceOver::noteImportFailed);
-    connect(m_voiceOver.get(), &StudioVoiceOver::finished, this, &StudioApplication::endVoiceOver);
-    QMetaObject::invokeMethod(m_voiceOver.get(), &StudioVoiceOver::run, Qt::QueuedConnection);
+    if (KdDemoCamera::isCameraThere()) {
+        return {};
+    }
+    say(stderr,
+        QStringLiteral("studio: there is no camera; making one with a demonstration's picture."));
+    m_camera = std::make_unique<KdDemoCamera>();
+    return m_camera->start();
 }
 
-void StudioApplication::endVoiceOver(const StudioVoiceOverResult& result)
+void StudioApplication::planTakes()
 {
-    if (result.error.isEmpty()) {
-        say(stdout, result.path);
-        say(stdout, result.fileInfo.trimmed());
-        say(stdout, result.fileExportInfo.trimmed());
-    } else {
-        say(stderr, QStringLiteral("studio: no voice-over was recorded. %1").arg(result.error));
+    if (m_options.voiceOverSeconds > 0.0) {
+        m_plan.append({QStringLiteral("voice-over"), m_window->voiceOver(),
+                       StudioRecorderManual::voiceOver(), m_options.voiceOverSeconds});
     }
+    if (m_options.webcamSeconds > 0.0) {
+        m_plan.append({QStringLiteral("webcam"), m_window->webcam(), StudioRecorderManual::webcam(),
+                       m_options.webcamSeconds});
+    }
+    if (!m_plan.isEmpty()) {
+        QMetaObject::invokeMethod(this, &StudioApplication::startNextTake, Qt::QueuedConnection);
+    }
+}
+
+void StudioApplication::startNextTake()
+{
+    if (m_plan.isEmpty()) {
+        leave(EXIT_SUCCESS);
+        return;
+    }
+    m_planned = m_plan.takeFirst();
+    m_take = std::make_unique<StudioUnattendedTake>(
+        m_planned.session, m_planned.manual, m_planned.seconds, StudioUnattendedTake::Patience());
+    const StudioUnattendedTake* const take = m_take.get();
+    connect(m_window->importer(), &StudioImporter::imported, take,
+            &StudioUnattendedTake::noteImported);
+    connect(m_window->importer(), &StudioImporter::failed, take,
+            &StudioUnattendedTake::noteImportFailed);
+    connect(take, &StudioUnattendedTake::halfRecorded, this, &StudioApplication::keepPictures);
+    connect(take, &StudioUnattendedTake::finished, this, &StudioApplication::endTake);
+    m_take->run();
+}
+
+void StudioApplication::endTake(const StudioTakeResult& result)
+{
+    if (!result.error.isEmpty()) {
+        say(stderr,
+            QStringLiteral("studio: the %1 take failed. %2").arg(m_planned.name, result.error));
+        leave(EXIT_FAILURE);
+        return;
+    }
+    say(stdout, result.path);
+    say(stdout, result.fileInfo.trimmed());
+    say(stdout, result.fileExportInfo.trimmed());
+    keepPictures();
+    // Later: the recorder is about to return.
+    QMetaObject::invokeMethod(this, &StudioApplication::startNextTake, Qt::QueuedConnection);
+}
+
+void StudioApplication::keepPictures()
+{
+    if (m_options.screenshots.isEmpty()) {
+        return;
+    }
+    const QDir folder(m_options.screenshots);
+    const auto keep = [&folder](QWidget* window, const QString& name) {
+        const QString path = folder.filePath(name + QStringLiteral(".png"));
+        if (!folder.mkpath(QStringLiteral(".")) || !window->grab().save(path)) {
+            say(stderr, QStringLiteral("studio: the picture %1 could not be kept.").arg(path));
+        }
+    };
+    keep(m_window.get(), QStringLiteral("studio"));
+    if (m_planned.session->isOpen()) {
+        keep(m_planned.session->view(), m_planned.name);
+    }
+}
+
+void StudioApplication::leave(int status)
+{
     m_window->close();
-    QApplication::exit(result.error.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
+    QApplication::exit(status);
 }
 
 void StudioApplication::useSkin(const QString& name)
@@ -147,8 +220,6 @@ void StudioApplication::useLanguage(const QString& code)
 void StudioApplication::handleQuitSignals()
 {
     auto* const signalsToQuit = new StudioQuitSignals(this);
-    connect(signalsToQuit, &StudioQuitSignals::quitRequested, this, [this](int signalNumber) {
-        m_window->close();
-        QApplication::exit(128 + signalNumber);
-    });
+    connect(signalsToQuit, &StudioQuitSignals::quitRequested, this,
+            [this](int signalNumber) { leave(128 + signalNumber); });
 }

@@ -1,16 +1,19 @@
 #pragma once
 
 #include <Studio/StudioOptions.h>
+#include <Studio/StudioUnattendedTake.h>
 
 #include <QObject>
+#include <QString>
+#include <QVector>
 
 #include <memory>
 
+class KdDemoCamera;
 class KdDemoMicrophone;
 class StudioLanguages;
-class StudioVoiceOver;
+class StudioRecordSession;
 class StudioWindow;
-struct StudioVoiceOverResult;
 
 /** One run of Studio, from the options to the exit status. Needs a QApplication. GUI thread. */
 class StudioApplication : public QObject
@@ -21,14 +24,33 @@ public:
     explicit StudioApplication(const StudioOptions& options, QObject* parent = nullptr);
     ~StudioApplication() override;
 
-    /** Runs until the window is closed or the voice-over is done. @return the exit status */
+    /**
+     * Runs until the window is closed, or what the command line asks for is done.
+     * @return the exit status
+     */
     int run();
 
 private:
+    /** A take that the command line asks for. */
+    struct PlannedTake
+    {
+        QString name; ///< as in "voice-over"
+        StudioRecordSession* session = nullptr;
+        StudioRecorderManual manual;
+        double seconds = 0.0;
+    };
+
     void applySettings();
     bool prepareDemo();
-    void startVoiceOver();
-    void endVoiceOver(const StudioVoiceOverResult& result);
+    QString prepareMicrophone();
+    QString prepareCamera();
+    void planTakes();
+    /** Records the next of the planned takes; ends the program when there is none. */
+    void startNextTake();
+    void endTake(const StudioTakeResult& result);
+    void leave(int status);
+    /** A picture of the recorder and one of the window, when they are asked for. */
+    void keepPictures();
     void useSkin(const QString& name);
     void useLanguage(const QString& code);
     void handleQuitSignals();
@@ -36,6 +58,9 @@ private:
     StudioOptions m_options;
     std::unique_ptr<StudioLanguages> m_languages;
     std::unique_ptr<KdDemoMicrophone> m_microphone;
+    std::unique_ptr<KdDemoCamera> m_camera;
     std::unique_ptr<StudioWindow> m_window;
-    std::unique_ptr<StudioVoiceOver> m_voiceOver;
+    QVector<PlannedTake> m_plan;
+    PlannedTake m_planned;
+    std::unique_ptr<StudioUnattendedTake> m_take;
 };

@@ -60,11 +60,12 @@ void StudioEmptyState::setHasTakes(bool hasTakes)
 
 void StudioEmptyState::RetranslateUi()
 {
-    m_pHeading->setText(m_hasTakes ? tr("Choose a take") : tr("Record your first voice-over"));
+    m_pHeading->setText(m_hasTakes ? tr("Choose a take") : tr("Record your first take"));
     m_pSentence->setText(
-        m_hasTakes ? tr("Click one in the list to see and hear it.")
-                   : tr("Connect a microphone, press \u201cRecord voice-over\u201d and speak. "
-                        "The take appears in the list and on the timeline."));
+        m_hasTakes
+            ? tr("Click one in the list to see and hear it.")
+            : tr("Press \u201cRecord voice-over\u201d and speak, or \u201cRecord webcam\u201d and "
+                 "show yourself. The take appears in the list and on the timeline."));
 }
 
 void StudioEmptyState::refreshIcon()

@@ -43,6 +43,13 @@ QString errorText(GstMessage* message)
     return text;
 }
 
+QString busError(GstElement* pipeline)
+{
+    const Bus bus(gst_element_get_bus(pipeline));
+    const Message message(gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR));
+    return message ? errorText(message.get()) : QString();
+}
+
 GstElement* add(GstElement* pipeline, const char* factory, QString* missing)
 {
     GstElement* const element = gst_element_factory_make(factory, nullptr);

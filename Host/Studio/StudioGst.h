@@ -46,6 +46,9 @@ QString fileUri(const QString& path);
 /** @return the words of an error message. */
 QString errorText(GstMessage* message);
 
+/** @return the words of an error that the pipeline has met; empty: none so far */
+QString busError(GstElement* pipeline);
+
 /**
  * Makes an element in the pipeline, which owns it.
  * @return null when there is no such element; missing then names it

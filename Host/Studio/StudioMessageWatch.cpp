@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -42,7 +43,9 @@ QPushButton* safeButton(const QDialog* message)
 
 } // namespace
 
-StudioMessageWatch::StudioMessageWatch(QObject* parent) : QObject(parent)
+StudioMessageWatch::StudioMessageWatch(std::function<bool(const QDialog*)> isMessage,
+                                       QObject* parent)
+    : QObject(parent), m_isMessage(std::move(isMessage))
 {
     qApp->installEventFilter(this);
 }
@@ -52,7 +55,7 @@ StudioMessageWatch::~StudioMessageWatch() = default;
 bool StudioMessageWatch::eventFilter(QObject* watched, QEvent* event)
 {
     auto* const dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
-    if (dialog && dialog->isModal()) {
+    if (dialog && dialog->isModal() && (!m_isMessage || m_isMessage(dialog))) {
         // Only once its own loop runs can it be answered.
         QTimer::singleShot(0, this, [this, message = QPointer<QDialog>(dialog)] {
             if (message) {

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 class QDialog;
 
 /**
@@ -14,7 +16,9 @@ class StudioMessageWatch : public QObject
     Q_OBJECT
 
 public:
-    explicit StudioMessageWatch(QObject* parent = nullptr);
+    /** @param isMessage tells messages from other modal dialogs; empty: all of them are */
+    explicit StudioMessageWatch(std::function<bool(const QDialog*)> isMessage = {},
+                                QObject* parent = nullptr);
     ~StudioMessageWatch() override;
 
 Q_SIGNALS:
@@ -26,4 +30,6 @@ protected:
 
 private:
     void answer(QDialog* message);
+
+    std::function<bool(const QDialog*)> m_isMessage;
 };

@@ -22,10 +22,14 @@ private:
     using Step = QString (Reader::*)();
 
     QString readTakes();
+    QString readScreenshots();
+    QString readFolder(const QString& name, QString* target) const;
     QString readFrameRate();
     QString readSkin();
     QString readLanguage();
     QString readVoiceOver();
+    QString readWebcam();
+    QString readSeconds(const QString& name, double* seconds) const;
     QString readRest();
     /** Without a value when the option was not given. */
     std::optional<QString> value(const QString& name) const;
@@ -47,7 +51,8 @@ StudioCommandLine bad(const QString& text)
 Reader::Reader(const QStringList& arguments) : m_arguments(arguments)
 {
     m_parser.setApplicationDescription(
-        QStringLiteral("A small editor that records voice-overs with the KdRecord module."));
+        QStringLiteral("A small editor that records voice-overs and webcam clips with the KdRecord "
+                       "module."));
     m_parser.addHelpOption();
     const auto add = [this](const char* name, const char* description, const char* valueName = "") {
         m_parser.addOption({QString::fromLatin1(name), QString::fromLatin1(description),
@@ -56,12 +61,15 @@ Reader::Reader(const QStringList& arguments) : m_arguments(arguments)
     add("takes", "Keep takes and Studio's own files in this folder.", "DIR");
     add("fps", "The project's frame rate, such as 25/1 or 24000/1001; 30/1 without this option.",
         "N/D");
-    add("demo", "Without a microphone, make a virtual one in which somebody speaks.");
+    add("demo", "Without a microphone or a camera, make a virtual one in which something happens.");
     add("skin", "The colours: dark or light.", "NAME");
     add("lang", "The language: en, de or zh_CN.", "CODE");
     add("voice-over",
         "Record a voice-over of that length through the dialog, print its path and both "
         "of its JSON texts, and quit.",
+        "SECONDS");
+    add("screenshots", "Keep pictures of the windows at work in this folder.", "DIR");
+    add("webcam", "The same with the webcam; after the voice-over, when both are asked for.",
         "SECONDS");
 }
 
@@ -74,9 +82,9 @@ StudioCommandLine Reader::read()
         return {StudioCommandLine::Outcome::ShowHelp, {}, m_parser.helpText()};
     }
     m_options.demo = m_parser.isSet(QStringLiteral("demo"));
-    const std::array<Step, 6> steps{&Reader::readTakes,     &Reader::readFrameRate,
-                                    &Reader::readSkin,      &Reader::readLanguage,
-                                    &Reader::readVoiceOver, &Reader::readRest};
+    const std::array<Step, 8> steps{
+        &Reader::readTakes,    &Reader::readScreenshots, &Reader::readFrameRate, &Reader::readSkin,
+        &Reader::readLanguage, &Reader::readVoiceOver,   &Reader::readWebcam,    &Reader::readRest};
     for (const Step step : steps) {
         const QString error = (this->*step)();
         if (!error.isEmpty()) {
@@ -91,21 +99,31 @@ std::optional<QString> Reader::value(const QString& name) const
     return m_parser.isSet(name) ? std::optional<QString>(m_parser.value(name)) : std::nullopt;
 }
 
-QString Reader::readTakes()
+QString Reader::readFolder(const QString& name, QString* target) const
 {
-    const std::optional<QString> folder = value(QStringLiteral("takes"));
+    const std::optional<QString> folder = value(name);
     if (!folder) {
         return {};
     }
     if (folder->isEmpty()) {
-        return QStringLiteral("--takes needs the name of a folder.");
+        return QStringLiteral("--%1 needs the name of a folder.").arg(name);
     }
     const QFileInfo info(*folder);
     if (info.exists() && !info.isDir()) {
-        return QStringLiteral("--takes: \"%1\" is not a folder.").arg(*folder);
+        return QStringLiteral("--%1: \"%2\" is not a folder.").arg(name, *folder);
     }
-    m_options.takesFolder = QDir::cleanPath(info.absoluteFilePath());
+    *target = QDir::cleanPath(info.absoluteFilePath());
     return {};
+}
+
+QString Reader::readTakes()
+{
+    return readFolder(QStringLiteral("takes"), &m_options.takesFolder);
+}
+
+QString Reader::readScreenshots()
+{
+    return readFolder(QStringLiteral("screenshots"), &m_options.screenshots);
 }
 
 QString Reader::readFrameRate()
@@ -160,22 +178,30 @@ QString Reader::readLanguage()
                      &m_options.language);
 }
 
-QString Reader::readVoiceOver()
+QString Reader::readSeconds(const QString& name, double* seconds) const
 {
-    const std::optional<QString> text = value(QStringLiteral("voice-over"));
+    const std::optional<QString> text = value(name);
     if (!text) {
         return {};
     }
     bool ok = false;
-    const double seconds = text->toDouble(&ok);
-    if (!ok || !std::isfinite(seconds) || seconds <= 0.0 || seconds > kLongestTakeSeconds) {
-        return QStringLiteral(
-                   "--voice-over: \"%1\" is not a length in seconds (above 0, at most %2).")
-            .arg(*text)
-            .arg(static_cast<int>(kLongestTakeSeconds));
+    const double number = text->toDouble(&ok);
+    if (!ok || !std::isfinite(number) || number <= 0.0 || number > kLongestTakeSeconds) {
+        return QStringLiteral("--%1: \"%2\" is not a length in seconds (above 0, at most %3).")
+            .arg(name, *text, QString::number(static_cast<int>(kLongestTakeSeconds)));
     }
-    m_options.voiceOverSeconds = seconds;
+    *seconds = number;
     return {};
+}
+
+QString Reader::readVoiceOver()
+{
+    return readSeconds(QStringLiteral("voice-over"), &m_options.voiceOverSeconds);
+}
+
+QString Reader::readWebcam()
+{
+    return readSeconds(QStringLiteral("webcam"), &m_options.webcamSeconds);
 }
 
 QString Reader::readRest()

@@ -10,10 +10,12 @@ struct StudioOptions
 {
     QString takesFolder; ///< absolute; empty: the voice folder of the settings
     KdVBLMODEL::KdFrameRate frameRate = KdVBLMODEL::KdFrameRate::Fps30;
-    bool demo = false;             ///< bring a virtual microphone where there is no real one
-    QString skin;                  ///< "dark" or "light"; empty: as used last
-    QString language;              ///< a code of StudioLanguages; empty: as used last
-    double voiceOverSeconds = 0.0; ///< length of the take to record and then quit; 0: none
+    bool demo = false;   ///< bring virtual devices where there are no real ones
+    QString screenshots; ///< absolute folder for pictures of what is recorded; empty: none
+    QString skin;        ///< "dark" or "light"; empty: as used last
+    QString language;    ///< a code of StudioLanguages; empty: as used last
+    double voiceOverSeconds = 0.0; ///< length of the voice-over to record and then quit; 0: none
+    double webcamSeconds = 0.0;    ///< the same for a webcam take; it comes second
 };
 
 /** A read command line: options, or a text to print instead. */

@@ -51,17 +51,12 @@ GstElement* makeDecoder(GstElement* pipeline, const QString& path, QString* miss
     return sink;
 }
 
-bool hasFailed(GstElement* pipeline)
-{
-    const StudioGst::Bus bus(gst_element_get_bus(pipeline));
-    return StudioGst::Message(gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR)) != nullptr;
-}
-
 StudioGst::Sample waitForPicture(GstElement* pipeline, GstElement* sink, StudioWorkGate& gate)
 {
     for (int i = 0; i < kMostEmptyPulls && gate.pass(); ++i) {
         StudioGst::Sample sample(gst_app_sink_try_pull_preroll(GST_APP_SINK(sink), kPullTimeout));
-        if (sample || gst_app_sink_is_eos(GST_APP_SINK(sink)) || hasFailed(pipeline)) {
+        if (sample || gst_app_sink_is_eos(GST_APP_SINK(sink)) ||
+            !StudioGst::busError(pipeline).isEmpty()) {
             return sample;
         }
     }

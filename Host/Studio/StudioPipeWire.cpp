@@ -37,6 +37,14 @@ bool hasMicrophone(const QByteArray& dump)
     });
 }
 
+bool hasCamera(const QByteArray& dump)
+{
+    return anyNode(dump, [](const QJsonObject& properties) {
+        return properties.value(QStringLiteral("media.class")).toString() ==
+               QLatin1String("Video/Source");
+    });
+}
+
 bool hasNode(const QByteArray& dump, const QString& nodeName)
 {
     return anyNode(dump, [&nodeName](const QJsonObject& properties) {

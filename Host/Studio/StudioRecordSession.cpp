@@ -1,6 +1,5 @@
 #include <Studio/StudioRecordSession.h>
 
-#include <KdRecord/KdAudioRecordView.h>
 #include <KdZentraCore/KdWindowsApi.h>
 
 #include <QWidget>
@@ -27,29 +26,20 @@ void StudioRecordSession::open()
         m_pView->activateWindow();
         return;
     }
-    m_pView = new KdAudioRecordView(m_pMainWindow);
-    connectView();
+    m_pView = makeView(m_pMainWindow);
+    connect(m_pView, &QObject::destroyed, this, &StudioRecordSession::noteGone);
     m_lockTimer.start();
-    m_pView->doModal();
     Q_EMIT opened();
+    showView();
 }
 
-void StudioRecordSession::connectView()
+void StudioRecordSession::noteGone()
 {
-    KdAudioRecordView* const view = m_pView;
-    connect(view, &KdAudioRecordView::sigStartCapture, this, &StudioRecordSession::takeStarted);
-    connect(view, &KdAudioRecordView::sigStartCaptureFailed, this,
-            &StudioRecordSession::takeStartFailed);
-    connect(view, &KdAudioRecordView::sigCaptureDoing, this, &StudioRecordSession::takeRuns);
-    connect(view, &KdAudioRecordView::sigFinished, this, &StudioRecordSession::takeFinished);
-    connect(view, &KdAudioRecordView::sigMute, this, &StudioRecordSession::mute);
-    connect(view, &QObject::destroyed, this, [this] {
-        m_pView.clear();
-        m_lockTimer.stop();
-        lookAtLock();
-        Q_EMIT mute(false);
-        Q_EMIT closed();
-    });
+    m_pView.clear();
+    m_lockTimer.stop();
+    lookAtLock();
+    Q_EMIT mute(false);
+    Q_EMIT closed();
 }
 
 void StudioRecordSession::close()

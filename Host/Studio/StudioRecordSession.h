@@ -1,6 +1,6 @@
 #pragma once
 
-#include <KdRecord/KdAudioRecordView.h>
+#include <KdWidgets/KdFramelessDialog.h>
 
 #include <QObject>
 #include <QPointer>
@@ -9,7 +9,10 @@
 
 class QWidget;
 
-/** The one recording dialog that may be open, and what it tells the editor. GUI thread. */
+/**
+ * One of the recorder's dialogs while it is open, and what it tells the editor. Each kind of dialog
+ * has a class of its own. GUI thread.
+ */
 class StudioRecordSession : public QObject
 {
     Q_OBJECT
@@ -18,21 +21,23 @@ public:
     /** @param mainWindow the window that the recorder locks; must outlive the session */
     explicit StudioRecordSession(QWidget* mainWindow);
 
-    /** Opens the dialog, or brings the open one to the front. */
+    /** Opens the dialog, or brings the open one to the front. May run until the dialog is closed,
+     * by then this object may be gone. */
     void open();
-    /** Ends a running take, which is still reported, and closes the dialog. */
+    /** Ends a running take and closes the dialog. */
     void close();
     bool isOpen() const { return !m_pView.isNull(); }
-    /** Null while closed. */
-    KdAudioRecordView* view() const { return m_pView; }
+    /** The dialog; null while closed. */
+    KdFramelessDialog* view() const { return m_pView; }
 
 Q_SIGNALS:
+    /** Comes before the dialog can be seen. */
     void opened();
     void closed();
     /** @param again a take that ran is thrown away for this one */
     void takeStarted(bool again);
     void takeStartFailed();
-    /** @param frames length of the running take in project frames */
+    /** @param frames length of the running take in project frames; not every dialog tells it */
     void takeRuns(qint64 frames);
     /** The take is over. An empty path: there is nothing to import. */
     void takeFinished(const QString& path, const QString& fileInfo, const QString& fileExportInfo);
@@ -40,12 +45,18 @@ Q_SIGNALS:
     /** Whether the recorder has taken the main window's input away. */
     void lockChanged(bool locked);
 
+protected:
+    /** Makes the dialog, which deletes itself when it is closed, and connects what it tells. */
+    virtual KdFramelessDialog* makeView(QWidget* mainWindow) = 0;
+    /** Shows the dialog that makeView() made. The last thing that open() does. */
+    virtual void showView() = 0;
+
 private:
-    void connectView();
+    void noteGone();
     void lookAtLock();
 
     QWidget* m_pMainWindow;
-    QPointer<KdAudioRecordView> m_pView;
+    QPointer<KdFramelessDialog> m_pView;
     QTimer m_lockTimer;
     bool m_locked = false;
 };

@@ -13,10 +13,13 @@ StudioRecovery::~StudioRecovery()
     m_pool.waitForDone();
 }
 
-void StudioRecovery::find(const QString& folder)
+void StudioRecovery::find(const QStringList& folders)
 {
-    m_pool.start([this, folder] {
-        const QVector<UnfinishedTake> takes = m_services.find(folder);
+    m_pool.start([this, folders] {
+        QVector<UnfinishedTake> takes;
+        for (const QString& folder : folders) {
+            takes += m_services.find(folder);
+        }
         QMetaObject::invokeMethod(
             this, [this, takes] { Q_EMIT found(takes); }, Qt::QueuedConnection);
     });

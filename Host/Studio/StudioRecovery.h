@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QThreadPool>
 #include <QVector>
 
@@ -31,8 +32,8 @@ public:
      */
     ~StudioRecovery() override;
 
-    /** found() follows. */
-    void find(const QString& folder);
+    /** found() follows, once for all of the folders. */
+    void find(const QStringList& folders);
     /** progress() and repaired() follow. */
     void repair(const UnfinishedTake& take);
     /** discarded() follows. */

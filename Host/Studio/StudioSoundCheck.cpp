@@ -32,13 +32,6 @@ bool isAudible(GstSample* sample)
     return audible;
 }
 
-QString busError(GstElement* pipeline)
-{
-    const StudioGst::Bus bus(gst_element_get_bus(pipeline));
-    const StudioGst::Message message(gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR));
-    return message ? StudioGst::errorText(message.get()) : QString();
-}
-
 QString waitForSound(GstElement* pipeline, GstElement* sink, int timeoutMs)
 {
     QElapsedTimer elapsed;
@@ -51,7 +44,7 @@ QString waitForSound(GstElement* pipeline, GstElement* sink, int timeoutMs)
             return {};
         }
         anything = anything || sample;
-        QString error = busError(pipeline);
+        QString error = StudioGst::busError(pipeline);
         if (!error.isEmpty()) {
             return error;
         }

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 
@@ -75,6 +76,7 @@ void StudioTakeLibrary::add(const StudioTake& take)
     }
     save();
     refreshRow(rowOf(take.path));
+    watch();
 }
 
 void StudioTakeLibrary::remove(const QString& path)
@@ -194,14 +196,18 @@ void StudioTakeLibrary::save()
 
 void StudioTakeLibrary::watch()
 {
-    const QStringList watched = m_watcher.directories();
-    if (watched == QStringList{m_folder}) {
-        return;
+    QSet<QString> wanted{m_folder};
+    for (const StudioTake& take : qAsConst(m_takes)) {
+        wanted.insert(QFileInfo(take.path).path());
     }
-    if (!watched.isEmpty()) {
-        m_watcher.removePaths(watched);
+    const QStringList list = m_watcher.directories();
+    const QSet<QString> watched(list.cbegin(), list.cend());
+    for (const QString& folder : watched - wanted) {
+        m_watcher.removePath(folder);
     }
-    if (QFileInfo(m_folder).isDir()) {
-        m_watcher.addPath(m_folder);
+    for (const QString& folder : wanted - watched) {
+        if (QFileInfo(folder).isDir()) {
+            m_watcher.addPath(folder);
+        }
     }
 }

@@ -9,8 +9,9 @@
 #include <QVector>
 
 /**
- * The takes of one folder, in the order they came, kept in a file "Takes.json" there. A take whose
- * file goes is kept as missing, and is good again when the file returns. GUI thread.
+ * A list of takes in the order they came, kept in a file "Takes.json" of one folder; the takes
+ * themselves may lie elsewhere. A take whose file goes is kept as missing, and is good again when
+ * the file returns. GUI thread.
  */
 class StudioTakeLibrary : public QObject
 {

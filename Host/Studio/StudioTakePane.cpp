@@ -26,7 +26,8 @@ StudioTakePane::StudioTakePane(StudioTakeModel* model, QWidget* parent)
     , m_pCaption(new KdLabel(this))
     , m_pCount(new KdLabel(this))
     , m_pList(new QListView(this))
-    , m_pRecord(KdPushButton::CreatePrimaryButton(this, QString(), KdPushButton::Size32))
+    , m_pVoiceOver(KdPushButton::CreatePrimaryButton(this, QString(), KdPushButton::Size32))
+    , m_pWebcam(KdPushButton::CreatePrimaryButton(this, QString(), KdPushButton::Size32))
     , m_pRemove(new QAction(this))
 {
     setObjectName(QStringLiteral("Studio_TakePane"));
@@ -50,20 +51,23 @@ void StudioTakePane::layOut()
     m_pList->setMouseTracking(true);
     m_pList->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_pList->viewport()->installEventFilter(this);
-    m_pRecord->setObjectName(QStringLiteral("Studio_RecordVoiceOver"));
+    m_pVoiceOver->setObjectName(QStringLiteral("Studio_RecordVoiceOver"));
+    m_pWebcam->setObjectName(QStringLiteral("Studio_RecordWebcam"));
     auto* const captions = new QHBoxLayout;
     captions->setContentsMargins(16, 12, 16, 8);
     captions->addWidget(m_pCaption, 1);
     captions->addWidget(m_pCount);
-    auto* const button = new QHBoxLayout;
-    button->setContentsMargins(16, 12, 16, 16);
-    button->addWidget(m_pRecord);
+    auto* const buttons = new QVBoxLayout;
+    buttons->setContentsMargins(16, 12, 16, 16);
+    buttons->setSpacing(8);
+    buttons->addWidget(m_pVoiceOver);
+    buttons->addWidget(m_pWebcam);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addLayout(captions);
     column->addWidget(m_pList, 1);
-    column->addLayout(button);
+    column->addLayout(buttons);
 }
 
 void StudioTakePane::connectList()
@@ -71,7 +75,8 @@ void StudioTakePane::connectList()
     connect(m_pList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) { Q_EMIT currentRowChanged(current.row()); });
     connect(m_pList, &QListView::activated, this, &StudioTakePane::activated);
-    connect(m_pRecord, &QPushButton::clicked, this, &StudioTakePane::recordRequested);
+    connect(m_pVoiceOver, &QPushButton::clicked, this, &StudioTakePane::voiceOverRequested);
+    connect(m_pWebcam, &QPushButton::clicked, this, &StudioTakePane::webcamRequested);
     for (const auto change :
          {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
         connect(m_pModel, change, this, &StudioTakePane::showCount);
@@ -98,15 +103,11 @@ void StudioTakePane::setCurrentRow(int row)
     m_pList->setCurrentIndex(m_pModel->index(row));
 }
 
-void StudioTakePane::setRecordEnabled(bool enabled)
-{
-    m_pRecord->setEnabled(enabled);
-}
-
 void StudioTakePane::RetranslateUi()
 {
     m_pCaption->setText(tr("Takes"));
-    m_pRecord->setText(tr("Record voice-over"));
+    m_pVoiceOver->setText(tr("Record voice-over"));
+    m_pWebcam->setText(tr("Record webcam"));
     m_pRemove->setText(tr("Remove from list"));
     m_pList->setAccessibleName(m_pCaption->text());
     showCount();
@@ -114,7 +115,8 @@ void StudioTakePane::RetranslateUi()
 
 void StudioTakePane::refreshIcon()
 {
-    m_pRecord->setIcon(StudioPaint::icon(QStringLiteral("microphone"), KdSkin::OnAccent));
+    m_pVoiceOver->setIcon(StudioPaint::icon(QStringLiteral("microphone"), KdSkin::OnAccent));
+    m_pWebcam->setIcon(StudioPaint::icon(QStringLiteral("camera"), KdSkin::OnAccent));
 }
 
 void StudioTakePane::showCount()

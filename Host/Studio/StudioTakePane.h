@@ -7,7 +7,7 @@ class KdPushButton;
 class QListView;
 class StudioTakeModel;
 
-/** The left side of the window: the take list and the button that makes new ones. */
+/** The left side of the window: the take list and the buttons that make new ones. */
 class StudioTakePane : public KdWidget
 {
     Q_OBJECT
@@ -19,12 +19,12 @@ public:
     /** @return the chosen row, -1 while nothing is chosen */
     int currentRow() const;
     void setCurrentRow(int row);
-    void setRecordEnabled(bool enabled);
     void RetranslateUi() override;
 
 Q_SIGNALS:
     void currentRowChanged(int row);
-    void recordRequested();
+    void voiceOverRequested();
+    void webcamRequested();
     /** The user does not want that row listed any longer. */
     void removeRequested(int row);
     /** Return or a double click on the chosen row. */
@@ -43,6 +43,7 @@ private:
     KdLabel* m_pCaption;
     KdLabel* m_pCount;
     QListView* m_pList;
-    KdPushButton* m_pRecord;
+    KdPushButton* m_pVoiceOver;
+    KdPushButton* m_pWebcam;
     QAction* m_pRemove;
 };

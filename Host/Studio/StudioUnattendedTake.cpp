@@ -1,106 +1,135 @@
-#include <Studio/StudioVoiceOver.h>
+#include <Studio/StudioUnattendedTake.h>
 
-#include <KdRecord/KdAudioRecordView.h>
+#include <Studio/KdDemoCamera.h>
 #include <Studio/StudioMessageWatch.h>
 #include <Studio/StudioMouse.h>
 #include <Studio/StudioRecordSession.h>
 #include <Studio/StudioSoundServer.h>
 
-#include <QWidget>
+#include <QDialog>
+
+#include <utility>
 
 namespace {
 
 constexpr int kPressPollMs = 50;
 
-QString startButton()
+bool hasSoundServer()
 {
-    return QStringLiteral("KAudioCapture_RecorderButton");
+    return StudioSoundServer::isReachable(QProcessEnvironment::systemEnvironment());
 }
 
-QString okButton()
+QString missingMicrophone()
 {
-    return QStringLiteral("KPropertyPanel_Btn");
+    return hasSoundServer()
+               ? QStringLiteral("There is no microphone: the sound server knows no recording "
+                                "device. Connect one, or use --demo.")
+               : QStringLiteral("There is no sound server: neither PipeWire nor PulseAudio answers "
+                                "in this session. \"./dev run --demo\" brings one of its own.");
+}
+
+QString missingCamera()
+{
+    return QStringLiteral("There is no camera: neither this machine nor the session's video server "
+                          "knows one. Connect one, or use --demo.");
 }
 
 } // namespace
 
-StudioVoiceOver::StudioVoiceOver(StudioRecordSession* session, double seconds,
-                                 const Patience& patience, QObject* parent)
-    : QObject(parent), m_pSession(session), m_seconds(seconds), m_patience(patience)
+StudioRecorderManual StudioRecorderManual::voiceOver()
+{
+    return {QStringLiteral("KAudioCapture_RecorderButton"), QStringLiteral("KPropertyPanel_Btn"),
+            hasSoundServer, missingMicrophone};
+}
+
+StudioRecorderManual StudioRecorderManual::webcam()
+{
+    return {QStringLiteral("KProDlg_KCameraCptBtn"), QStringLiteral("KCameraCapture_OkButton"),
+            KdDemoCamera::isCameraThere, missingCamera};
+}
+
+StudioUnattendedTake::StudioUnattendedTake(StudioRecordSession* session,
+                                           StudioRecorderManual manual, double seconds,
+                                           const Patience& patience, QObject* parent)
+    : QObject(parent)
+    , m_pSession(session)
+    , m_manual(std::move(manual))
+    , m_seconds(seconds)
+    , m_patience(patience)
 {
     m_deadline.setSingleShot(true);
     m_pressPoll.setInterval(kPressPollMs);
     m_take.setSingleShot(true);
     m_take.setTimerType(Qt::PreciseTimer);
-    connect(&m_deadline, &QTimer::timeout, this, &StudioVoiceOver::handleTimeout);
-    connect(&m_pressPoll, &QTimer::timeout, this, &StudioVoiceOver::tryToPress);
-    connect(&m_take, &QTimer::timeout, this, &StudioVoiceOver::stopTake);
+    m_half.setSingleShot(true);
+    connect(&m_deadline, &QTimer::timeout, this, &StudioUnattendedTake::handleTimeout);
+    connect(&m_pressPoll, &QTimer::timeout, this, &StudioUnattendedTake::tryToPress);
+    connect(&m_take, &QTimer::timeout, this, &StudioUnattendedTake::stopTake);
+    connect(&m_half, &QTimer::timeout, this, &StudioUnattendedTake::halfRecorded);
     connectSession();
 }
 
-StudioVoiceOver::StudioVoiceOver(StudioRecordSession* session, double seconds, QObject* parent)
-    : StudioVoiceOver(session, seconds, Patience(), parent)
+StudioUnattendedTake::~StudioUnattendedTake() = default;
+
+void StudioUnattendedTake::connectSession()
 {
+    connect(m_pSession, &StudioRecordSession::takeStarted, this,
+            &StudioUnattendedTake::handleStarted);
+    connect(m_pSession, &StudioRecordSession::takeFinished, this,
+            &StudioUnattendedTake::handleFinished);
+    connect(m_pSession, &StudioRecordSession::closed, this, &StudioUnattendedTake::handleClosed);
 }
 
-StudioVoiceOver::~StudioVoiceOver() = default;
-
-void StudioVoiceOver::connectSession()
+void StudioUnattendedTake::run()
 {
-    connect(m_pSession, &StudioRecordSession::takeStarted, this, &StudioVoiceOver::handleStarted);
-    connect(m_pSession, &StudioRecordSession::takeFinished, this, &StudioVoiceOver::handleFinished);
-    connect(m_pSession, &StudioRecordSession::closed, this, &StudioVoiceOver::handleClosed);
-}
-
-void StudioVoiceOver::run()
-{
-    m_watch = std::make_unique<StudioMessageWatch>();
+    // The dialog is modal itself.
+    m_watch = std::make_unique<StudioMessageWatch>(
+        [session = m_pSession](const QDialog* dialog) { return dialog != session->view(); });
     connect(m_watch.get(), &StudioMessageWatch::messageShown, this,
-            &StudioVoiceOver::handleMessage);
-    const bool server = StudioSoundServer::isReachable(QProcessEnvironment::systemEnvironment());
-    enter(Step::Microphone, server ? m_patience.microphone : m_patience.withoutServer);
+            &StudioUnattendedTake::handleMessage);
+    enter(Step::Device, m_manual.canHaveDevice() ? m_patience.device : m_patience.withoutServer);
+    pressWhenPossible(m_manual.startButton);
     m_pSession->open();
-    pressWhenPossible(startButton());
 }
 
-void StudioVoiceOver::enter(Step step, int patienceMs)
+void StudioUnattendedTake::enter(Step step, int patienceMs)
 {
     m_step = step;
     m_deadline.start(patienceMs);
 }
 
-QWidget* StudioVoiceOver::control() const
+QWidget* StudioUnattendedTake::control() const
 {
     const QWidget* const view = m_pSession->view();
     return view ? view->findChild<QWidget*>(m_controlName) : nullptr;
 }
 
-QString StudioVoiceOver::obstacle() const
+QString StudioUnattendedTake::obstacle() const
 {
     const QWidget* const button = control();
     return button ? StudioMouse::obstacle(button)
                   : QStringLiteral("The recorder has no control %1.").arg(m_controlName);
 }
 
-void StudioVoiceOver::pressWhenPossible(const QString& objectName)
+void StudioUnattendedTake::pressWhenPossible(const QString& objectName)
 {
     m_controlName = objectName;
     m_pressPoll.start();
 }
 
-void StudioVoiceOver::tryToPress()
+void StudioUnattendedTake::tryToPress()
 {
     if (!obstacle().isEmpty()) {
         return;
     }
     m_pressPoll.stop();
-    if (m_step == Step::Microphone) {
+    if (m_step == Step::Device) {
         enter(Step::Countdown, m_patience.countdown);
     }
     StudioMouse::click(control());
 }
 
-void StudioVoiceOver::handleStarted()
+void StudioUnattendedTake::handleStarted()
 {
     if (m_step != Step::Countdown) {
         return;
@@ -108,18 +137,19 @@ void StudioVoiceOver::handleStarted()
     const int milliseconds = static_cast<int>(m_seconds * 1000.0);
     enter(Step::Recording, milliseconds + m_patience.stop);
     m_take.start(milliseconds);
+    m_half.start(milliseconds / 2);
 }
 
-void StudioVoiceOver::stopTake()
+void StudioUnattendedTake::stopTake()
 {
     if (m_step == Step::Recording) {
         enter(Step::Stopping, m_patience.stop);
-        pressWhenPossible(startButton());
+        pressWhenPossible(m_manual.startButton);
     }
 }
 
-void StudioVoiceOver::handleFinished(const QString& path, const QString& fileInfo,
-                                     const QString& fileExportInfo)
+void StudioUnattendedTake::handleFinished(const QString& path, const QString& fileInfo,
+                                          const QString& fileExportInfo)
 {
     if (m_step != Step::Stopping && m_step != Step::Recording) {
         return;
@@ -135,23 +165,23 @@ void StudioVoiceOver::handleFinished(const QString& path, const QString& fileInf
     enter(Step::Importing, m_patience.import);
 }
 
-void StudioVoiceOver::noteImported(const QString& path)
+void StudioUnattendedTake::noteImported(const QString& path)
 {
     Q_UNUSED(path)
     if (m_step == Step::Importing) {
         enter(Step::Closing, m_patience.closing);
-        pressWhenPossible(okButton());
+        pressWhenPossible(m_manual.okButton);
     }
 }
 
-void StudioVoiceOver::noteImportFailed(const QString& path, const QString& why)
+void StudioUnattendedTake::noteImportFailed(const QString& path, const QString& why)
 {
     if (m_step == Step::Importing) {
         fail(QStringLiteral("The file %1 could not be imported. %2").arg(path, why));
     }
 }
 
-void StudioVoiceOver::handleMessage(const QString& text)
+void StudioUnattendedTake::handleMessage(const QString& text)
 {
     // The recorder is still inside the message; what follows waits until it is answered.
     QTimer::singleShot(0, this, [this, text] { fail(text); });
@@ -160,11 +190,11 @@ void StudioVoiceOver::handleMessage(const QString& text)
     }
 }
 
-void StudioVoiceOver::handleTimeout()
+void StudioUnattendedTake::handleTimeout()
 {
     switch (m_step) {
-    case Step::Microphone:
-        fail(missingSoundText());
+    case Step::Device:
+        fail(missingDeviceText());
         return;
     case Step::Countdown:
         fail(QStringLiteral("The recording did not begin within %1 s.")
@@ -189,23 +219,13 @@ void StudioVoiceOver::handleTimeout()
     }
 }
 
-QString StudioVoiceOver::missingSoundText() const
+QString StudioUnattendedTake::missingDeviceText() const
 {
-    if (!StudioSoundServer::isReachable(QProcessEnvironment::systemEnvironment())) {
-        return QStringLiteral(
-            "There is no sound server: neither PipeWire nor PulseAudio answers in this session. "
-            "\"./dev run --demo\" brings one of its own.");
-    }
     const QWidget* const button = control();
-    if (!button || button->isEnabled()) {
-        return obstacle();
-    }
-    return QStringLiteral(
-        "There is no microphone: the sound server knows no recording device. Connect one, or use "
-        "--demo.");
+    return button && button->isEnabled() ? obstacle() : m_manual.missingDevice();
 }
 
-void StudioVoiceOver::handleClosed()
+void StudioUnattendedTake::handleClosed()
 {
     if (m_step == Step::Closing) {
         finish();
@@ -214,7 +234,7 @@ void StudioVoiceOver::handleClosed()
     }
 }
 
-void StudioVoiceOver::fail(const QString& error)
+void StudioUnattendedTake::fail(const QString& error)
 {
     if (m_step == Step::Over) {
         return;
@@ -226,13 +246,15 @@ void StudioVoiceOver::fail(const QString& error)
     m_take.stop();
     if (!m_pSession->isOpen()) {
         finish();
-    } else if (m_step != Step::Closing) {
-        enter(Step::Closing, m_patience.closing);
-        m_pSession->close();
+        return;
     }
+    if (m_step != Step::Closing) {
+        enter(Step::Closing, m_patience.closing);
+    }
+    m_pSession->close();
 }
 
-void StudioVoiceOver::finish()
+void StudioUnattendedTake::finish()
 {
     if (m_step == Step::Over) {
         return;

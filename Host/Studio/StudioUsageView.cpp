@@ -66,9 +66,8 @@ void StudioUsageView::paintEvent(QPaintEvent* event)
     if (count() == 0) {
         QPainter painter(viewport());
         painter.setPen(StudioPaint::skin(KdSkin::TextQuiet));
-        painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16),
-                         Qt::AlignCenter | Qt::TextWordWrap,
-                         tr("What is used in the recorder's advanced settings appears here. "
-                            "It stays on this machine."));
+        painter.drawText(
+            viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+            tr("What is used in the recorder appears here. It stays on this machine."));
     }
 }

@@ -76,12 +76,6 @@ void fold(GstSample* sample, StudioPeakFolder* folder)
     }
 }
 
-bool hasFailed(GstElement* pipeline)
-{
-    const StudioGst::Bus bus(gst_element_get_bus(pipeline));
-    return StudioGst::Message(gst_bus_pop_filtered(bus.get(), GST_MESSAGE_ERROR)) != nullptr;
-}
-
 void pullAll(const Decoder& decoder, StudioWorkGate& gate, StudioPeakFolder* folder)
 {
     GstAppSink* const sink = GST_APP_SINK(decoder.sink);
@@ -91,7 +85,8 @@ void pullAll(const Decoder& decoder, StudioWorkGate& gate, StudioPeakFolder* fol
         if (sample) {
             fold(sample.get(), folder);
             emptyPulls = 0;
-        } else if (gst_app_sink_is_eos(sink) || hasFailed(decoder.pipeline.get())) {
+        } else if (gst_app_sink_is_eos(sink) ||
+                   !StudioGst::busError(decoder.pipeline.get()).isEmpty()) {
             return;
         } else {
             ++emptyPulls;

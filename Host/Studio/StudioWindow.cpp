@@ -11,10 +11,10 @@
 #include <Studio/StudioLanguages.h>
 #include <Studio/StudioNoticeBar.h>
 #include <Studio/StudioPlayer.h>
-#include <Studio/StudioRecordSession.h>
 #include <Studio/StudioRecovery.h>
 #include <Studio/StudioRecoveryBar.h>
 #include <Studio/StudioResources.h>
+#include <Studio/StudioStartWatch.h>
 #include <Studio/StudioTakeAnalyser.h>
 #include <Studio/StudioTakeDetails.h>
 #include <Studio/StudioTakeLibrary.h>
@@ -22,6 +22,8 @@
 #include <Studio/StudioTakePane.h>
 #include <Studio/StudioTimeline.h>
 #include <Studio/StudioUsageView.h>
+#include <Studio/StudioVoiceOverSession.h>
+#include <Studio/StudioWebcamSession.h>
 
 #include <QCloseEvent>
 #include <QDir>
@@ -33,12 +35,23 @@
 
 namespace {
 
+QString absolute(const QString& folder)
+{
+    return QDir::cleanPath(QDir(QDir::fromNativeSeparators(folder)).absolutePath());
+}
+
+/** Where voice-overs go, and the list of all takes with them. */
 QString voiceFolder()
 {
-    return KdAppSettings::GetInstance()
-        ->GetSettings()
-        ->GetFolderSettings()
-        ->GetRecorderVoiceFolder();
+    auto* const folders = KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings();
+    return absolute(folders->GetRecorderVoiceFolder());
+}
+
+/** Where webcam clips go. */
+QString captureFolder()
+{
+    auto* const folders = KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings();
+    return absolute(folders->GetCaptureFileFolder());
 }
 
 } // namespace
@@ -52,14 +65,16 @@ StudioWindow::StudioWindow(StudioLanguages* languages, QWidget* parent)
     , m_pModel(new StudioTakeModel(m_pLibrary, this))
     , m_pPlayer(new StudioPlayer(this))
     , m_pRecovery(new StudioRecovery(this))
-    , m_pSession(new StudioRecordSession(this))
+    , m_pStarts(new StudioStartWatch(this))
+    , m_pVoiceOver(new StudioVoiceOverSession(this))
+    , m_pWebcam(new StudioWebcamSession(this))
 {
     initStudioResources();
     setObjectName(QStringLiteral("StudioWindow"));
     buildBars();
     layOut();
     connectTakes();
-    connectRecorder();
+    connectRecorders();
     connectPlayer();
     retranslate();
     readFrameRate();
@@ -191,23 +206,42 @@ void StudioWindow::connectTakes()
             [this](const QString& path) { m_pImporter->import(path, QString(), QString()); });
 }
 
-void StudioWindow::connectRecorder()
+void StudioWindow::connectRecorders()
 {
-    connect(m_pTakes, &StudioTakePane::recordRequested, m_pSession, &StudioRecordSession::open);
-    connect(m_pSession, &StudioRecordSession::takeStarted, this, &StudioWindow::beginTake);
-    connect(m_pSession, &StudioRecordSession::takeStartFailed, this,
+    connect(m_pTakes, &StudioTakePane::voiceOverRequested, this, [this] { record(m_pVoiceOver); });
+    connect(m_pTakes, &StudioTakePane::webcamRequested, this, [this] { record(m_pWebcam); });
+    connectRecorder(m_pVoiceOver);
+    connectRecorder(m_pWebcam);
+    // The start of a camera needs the machine for itself.
+    connect(m_pStarts, &StudioStartWatch::startBegins, m_pAnalyser, &StudioTakeAnalyser::hold);
+    connect(m_pStarts, &StudioStartWatch::startEnded, m_pAnalyser, &StudioTakeAnalyser::release);
+    connect(m_pHeader, &StudioHeader::languageChosen, this, &StudioWindow::languageChosen);
+    connect(m_pHeader, &StudioHeader::skinChosen, this, &StudioWindow::skinChosen);
+}
+
+void StudioWindow::connectRecorder(StudioRecordSession* session)
+{
+    using Session = StudioRecordSession;
+    connect(session, &Session::takeStarted, this, &StudioWindow::beginTake);
+    connect(session, &Session::takeStartFailed, this,
             [this] { showStatus(tr("The recording could not begin.")); });
-    connect(m_pSession, &StudioRecordSession::takeRuns, this, [this](qint64 frames) {
+    connect(session, &Session::takeRuns, this, [this](qint64 frames) {
         m_pTimeline->setRecordedFrames(frames);
         m_pTimecode->setText(
             StudioTimecode::text(m_pTimeline->playhead(), m_pTimeline->frameRate()));
     });
-    connect(m_pSession, &StudioRecordSession::takeFinished, this, &StudioWindow::endTake);
-    connect(m_pSession, &StudioRecordSession::mute, m_pPlayer, &StudioPlayer::setMuted);
-    connect(m_pSession, &StudioRecordSession::lockChanged, this, &StudioWindow::setLocked);
-    connect(m_pSession, &StudioRecordSession::closed, m_pTimeline, &StudioTimeline::endRecording);
-    connect(m_pHeader, &StudioHeader::languageChosen, this, &StudioWindow::languageChosen);
-    connect(m_pHeader, &StudioHeader::skinChosen, this, &StudioWindow::skinChosen);
+    connect(session, &Session::takeFinished, this, &StudioWindow::endTake);
+    connect(session, &Session::mute, m_pPlayer, &StudioPlayer::setMuted);
+    connect(session, &Session::lockChanged, this, &StudioWindow::setLocked);
+    connect(session, &Session::closed, m_pTimeline, &StudioTimeline::endRecording);
+}
+
+void StudioWindow::record(StudioRecordSession* wanted)
+{
+    StudioRecordSession* const other = wanted == m_pWebcam ? m_pVoiceOver : m_pWebcam;
+    StudioRecordSession* const session = other->isOpen() ? other : wanted;
+    // The last step: a modal recorder runs in it, and this window may be gone when it ends.
+    session->open();
 }
 
 void StudioWindow::connectPlayer()
@@ -222,14 +256,16 @@ void StudioWindow::connectPlayer()
 void StudioWindow::openTakes()
 {
     openVoiceFolder();
-    m_pRecovery->find(m_pLibrary->folder());
+    QStringList folders{m_pLibrary->folder()};
+    folders.append(captureFolder());
+    folders.removeDuplicates();
+    m_pRecovery->find(folders);
     showStatus(tr("Takes are kept in %1").arg(QDir::toNativeSeparators(m_pLibrary->folder())));
 }
 
 void StudioWindow::openVoiceFolder()
 {
-    const QString folder =
-        QDir::cleanPath(QDir(QDir::fromNativeSeparators(voiceFolder())).absolutePath());
+    const QString folder = voiceFolder();
     if (folder != m_pLibrary->folder()) {
         m_pLibrary->open(folder);
     }
@@ -350,7 +386,8 @@ void StudioWindow::changeEvent(QEvent* event)
 
 void StudioWindow::closeEvent(QCloseEvent* event)
 {
-    m_pSession->close();
+    m_pVoiceOver->close();
+    m_pWebcam->close();
     m_pPlayer->stop();
     m_pImporter->flush();
     QMainWindow::closeEvent(event);

@@ -19,6 +19,7 @@ class StudioPlayer;
 class StudioRecordSession;
 class StudioRecovery;
 class StudioRecoveryBar;
+class StudioStartWatch;
 class StudioTakeAnalyser;
 class StudioTakeDetails;
 class StudioTakeLibrary;
@@ -43,7 +44,9 @@ public:
     /** Takes the frame rate from the project. */
     void readFrameRate();
 
-    StudioRecordSession* session() const { return m_pSession; }
+    StudioRecordSession* voiceOver() const { return m_pVoiceOver; }
+    StudioRecordSession* webcam() const { return m_pWebcam; }
+    StudioTakeAnalyser* analyser() const { return m_pAnalyser; }
     StudioTakeLibrary* library() const { return m_pLibrary; }
     StudioImporter* importer() const { return m_pImporter; }
     StudioPlayer* player() const { return m_pPlayer; }
@@ -64,10 +67,13 @@ private:
     void layOut();
     QWidget* makeBody();
     void connectTakes();
-    void connectRecorder();
+    void connectRecorders();
+    void connectRecorder(StudioRecordSession* session);
     void connectPlayer();
     void retranslate();
 
+    /** Opens one of the recorders, or shows the one that is open. */
+    void record(StudioRecordSession* wanted);
     void openVoiceFolder();
     void showStatus(const QString& text);
     void showTake(int row);
@@ -88,7 +94,9 @@ private:
     StudioTakeModel* m_pModel;
     StudioPlayer* m_pPlayer;
     StudioRecovery* m_pRecovery;
-    StudioRecordSession* m_pSession;
+    StudioStartWatch* m_pStarts;
+    StudioRecordSession* m_pVoiceOver;
+    StudioRecordSession* m_pWebcam;
 
     StudioHeader* m_pHeader = nullptr;
     StudioRecoveryBar* m_pRecoveryBar = nullptr;

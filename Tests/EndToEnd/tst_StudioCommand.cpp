@@ -185,7 +185,7 @@ void tst_StudioCommand::killInMidTakeLosesASecondAtMost()
     StudioRecoveryBar bar(&recovery);
     QSignalSpy found(&recovery, &StudioRecovery::found);
     QSignalSpy recovered(&bar, &StudioRecoveryBar::recovered);
-    recovery.find(takesFolder());
+    recovery.find({takesFolder()});
     QVERIFY(found.wait(10000));
     QTRY_VERIFY_WITH_TIMEOUT(!bar.isHidden(), 5000);
     bar.show();

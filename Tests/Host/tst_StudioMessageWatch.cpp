@@ -5,6 +5,7 @@
 
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QTimer>
 
 class tst_StudioMessageWatch : public KdTestCase
 {
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void questionGetsItsSafeAnswer();
     void foreignMessageBoxesDoNotHangEither();
     void windowsThatAskNothingAreLeftAlone();
+    void modalDialogThatIsNoMessageIsLeftAlone();
 };
 
 void tst_StudioMessageWatch::informationIsReportedAndAnswered()
@@ -66,6 +68,21 @@ void tst_StudioMessageWatch::windowsThatAskNothingAreLeftAlone()
     QCoreApplication::processEvents();
     QVERIFY(dialog.isVisible());
     QVERIFY(shown.isEmpty());
+}
+
+void tst_StudioMessageWatch::modalDialogThatIsNoMessageIsLeftAlone()
+{
+    QDialog dialog;
+    StudioMessageWatch watch([&dialog](const QDialog* shown) { return shown != &dialog; });
+    QSignalSpy shown(&watch, &StudioMessageWatch::messageShown);
+    QTimer::singleShot(0, &dialog, [&] {
+        QCOMPARE(KOldMessageDialog::Infomation(QStringLiteral("A message."), &dialog),
+                 QDialogButtonBox::Ok);
+        dialog.accept();
+    });
+    QCOMPARE(dialog.exec(), static_cast<int>(QDialog::Accepted));
+    QCOMPARE(shown.count(), 1);
+    QCOMPARE(shown.at(0).at(0).toString(), QStringLiteral("A message."));
 }
 
 int main(int argc, char** argv)

@@ -41,15 +41,18 @@ void tst_StudioOptions::emptyCommandLineRunsWithDefaults()
     QVERIFY(line.options.skin.isEmpty());
     QVERIFY(line.options.language.isEmpty());
     QCOMPARE(line.options.voiceOverSeconds, 0.0);
+    QCOMPARE(line.options.webcamSeconds, 0.0);
+    QVERIFY(line.options.screenshots.isEmpty());
 }
 
 void tst_StudioOptions::everyOptionIsRead()
 {
-    const StudioCommandLine line =
-        parse({QStringLiteral("--takes"), QStringLiteral("/tmp/a takes %1 folder"),
-               QStringLiteral("--fps=24000/1001"), QStringLiteral("--demo"),
-               QStringLiteral("--skin"), QStringLiteral("light"), QStringLiteral("--lang"),
-               QStringLiteral("zh_CN"), QStringLiteral("--voice-over"), QStringLiteral("2.5")});
+    const StudioCommandLine line = parse(
+        {QStringLiteral("--takes"), QStringLiteral("/tmp/a takes %1 folder"),
+         QStringLiteral("--fps=24000/1001"), QStringLiteral("--demo"), QStringLiteral("--skin"),
+         QStringLiteral("light"), QStringLiteral("--lang"), QStringLiteral("zh_CN"),
+         QStringLiteral("--voice-over"), QStringLiteral("2.5"), QStringLiteral("--webcam=4"),
+         QStringLiteral("--screenshots"), QStringLiteral("/tmp/pictures")});
     QVERIFY2(line.outcome == Outcome::Run, qPrintable(line.text));
     QCOMPARE(line.options.takesFolder, QStringLiteral("/tmp/a takes %1 folder"));
     QVERIFY(line.options.frameRate == KdVBLMODEL::KdFrameRate::Fps23_976);
@@ -57,6 +60,8 @@ void tst_StudioOptions::everyOptionIsRead()
     QCOMPARE(line.options.skin, QStringLiteral("light"));
     QCOMPARE(line.options.language, QStringLiteral("zh_CN"));
     QCOMPARE(line.options.voiceOverSeconds, 2.5);
+    QCOMPARE(line.options.webcamSeconds, 4.0);
+    QCOMPARE(line.options.screenshots, QStringLiteral("/tmp/pictures"));
 }
 
 void tst_StudioOptions::frameRates_data()
@@ -113,6 +118,9 @@ void tst_StudioOptions::badCommandLines_data()
     row("endless", {voiceOver, QStringLiteral("inf")}, "inf");
     row("not a number", {voiceOver, QStringLiteral("nan")}, "nan");
     row("more than a day", {voiceOver, QStringLiteral("86401")}, "86401");
+    row("webcam seconds in words", {QStringLiteral("--webcam"), QStringLiteral("%1 %2")}, "%1 %2");
+    row("no webcam seconds", {QStringLiteral("--webcam"), QStringLiteral("0")}, "--webcam");
+    row("empty folder for pictures", {QStringLiteral("--screenshots"), QString()}, "--screenshots");
 }
 
 void tst_StudioOptions::badCommandLines()
@@ -146,7 +154,8 @@ void tst_StudioOptions::helpNamesEveryOption()
 {
     const StudioCommandLine line = parse({QStringLiteral("--help")});
     QVERIFY(line.outcome == Outcome::ShowHelp);
-    for (const char* option : {"takes", "fps", "demo", "skin", "lang", "voice-over"}) {
+    for (const char* option :
+         {"takes", "fps", "demo", "skin", "lang", "voice-over", "webcam", "screenshots"}) {
         QVERIFY2(line.text.contains(QStringLiteral("--") + QString::fromLatin1(option)), option);
     }
 }

@@ -9,6 +9,8 @@ class tst_StudioPipeWire : public KdTestCase
 private Q_SLOTS:
     void microphonesAreTold_data();
     void microphonesAreTold();
+    void camerasAreTold_data();
+    void camerasAreTold();
     void nodesAreFoundByTheirWholeName();
 };
 
@@ -49,6 +51,26 @@ void tst_StudioPipeWire::microphonesAreTold()
     QFETCH(QByteArray, dump);
     QFETCH(bool, there);
     QCOMPARE(StudioPipeWire::hasMicrophone(dump), there);
+}
+
+void tst_StudioPipeWire::camerasAreTold_data()
+{
+    QTest::addColumn<QByteArray>("dump");
+    QTest::addColumn<bool>("there");
+    QTest::newRow("camera") << QByteArray("[" + object("Node", "Video/Source", "cam") + "]")
+                            << true;
+    QTest::newRow("only a microphone")
+        << QByteArray("[" + object("Node", "Audio/Source", "mic") + "]") << false;
+    QTest::newRow("only a program that shows")
+        << QByteArray("[" + object("Node", "Stream/Input/Video", "app") + "]") << false;
+    QTest::newRow("no answer") << QByteArray() << false;
+}
+
+void tst_StudioPipeWire::camerasAreTold()
+{
+    QFETCH(QByteArray, dump);
+    QFETCH(bool, there);
+    QCOMPARE(StudioPipeWire::hasCamera(dump), there);
 }
 
 void tst_StudioPipeWire::nodesAreFoundByTheirWholeName()

@@ -4,9 +4,8 @@
 #include "Support/WindowAnswers.h"
 
 #include <KdAppSettings/KdAppSettings.h>
-#include <KdRecord/KdAudioRecordView.h>
 #include <KdZentraCore/KdUtility.h>
-#include <Studio/StudioRecordSession.h>
+#include <Studio/StudioVoiceOverSession.h>
 
 #include <QDoubleSpinBox>
 #include <QPointer>
@@ -25,7 +24,7 @@ struct SessionDesk
     }
 
     QWidget window;
-    StudioRecordSession session{&window};
+    StudioVoiceOverSession session{&window};
     QSignalSpy opened{&session, &StudioRecordSession::opened};
     QSignalSpy closed{&session, &StudioRecordSession::closed};
     QSignalSpy started{&session, &StudioRecordSession::takeStarted};
@@ -70,7 +69,7 @@ void tst_StudioRecordSession::thereIsOneDialogAtATime()
     SessionDesk desk;
     QVERIFY(!desk.session.isOpen());
     desk.session.open();
-    const QPointer<KdAudioRecordView> view = desk.session.view();
+    const QPointer<KdFramelessDialog> view = desk.session.view();
     QVERIFY(view);
     desk.session.open();
     QCOMPARE(desk.session.view(), view.data());

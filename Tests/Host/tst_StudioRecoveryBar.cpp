@@ -61,6 +61,7 @@ private Q_SLOTS:
     void foundTakeIsOfferedWithoutBlocking();
     void repairRunsAsideAndHandsTheTakeOver();
     void severalTakesAreOfferedOneAfterAnother();
+    void severalFoldersAreLookedThrough();
     void nothingRecoverableIsSaid();
     void failedRepairKeepsTheOffer();
     void discardAsksFirst();
@@ -85,7 +86,7 @@ void tst_StudioRecoveryBar::nothingFoundShowsNothing()
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
     QSignalSpy found(&recovery, &StudioRecovery::found);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_COMPARE(found.count(), 1);
     QVERIFY(bar.isHidden());
     QVERIFY(bench.foundElsewhere);
@@ -96,7 +97,7 @@ void tst_StudioRecoveryBar::foundTakeIsOfferedWithoutBlocking()
     RecoveryBench bench(1);
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     QCOMPARE(bar.heading(), QStringLiteral("An unfinished recording was found"));
     QVERIFY2(bar.sentence().contains(QStringLiteral("REC_0.m4a")), qPrintable(bar.sentence()));
@@ -111,7 +112,7 @@ void tst_StudioRecoveryBar::repairRunsAsideAndHandsTheTakeOver()
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
     QSignalSpy recovered(&bar, &StudioRecoveryBar::recovered);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     press(bar, "Studio_RecoveryRepair");
     QTRY_COMPARE(bar.findChild<QProgressBar*>()->value(), 40);
@@ -132,7 +133,7 @@ void tst_StudioRecoveryBar::severalTakesAreOfferedOneAfterAnother()
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
     QSignalSpy recovered(&bar, &StudioRecoveryBar::recovered);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_COMPARE(bar.heading(), QStringLiteral("3 unfinished recordings were found"));
     press(bar, "Studio_RecoveryRepair");
     QTRY_COMPARE(recovered.count(), 1);
@@ -144,6 +145,23 @@ void tst_StudioRecoveryBar::severalTakesAreOfferedOneAfterAnother()
     QTRY_VERIFY(bar.isHidden());
 }
 
+void tst_StudioRecoveryBar::severalFoldersAreLookedThrough()
+{
+    StudioRecoveryServices services;
+    services.find = [](const QString& folder) {
+        UnfinishedTake take;
+        take.record.takePath = folder + QStringLiteral("/take");
+        return QVector<UnfinishedTake>{take};
+    };
+    StudioRecovery recovery(nullptr, services);
+    QSignalSpy found(&recovery, &StudioRecovery::found);
+    recovery.find({QStringLiteral("/voice"), QStringLiteral("/clips")});
+    QTRY_COMPARE(found.count(), 1);
+    const auto takes = found.at(0).at(0).value<QVector<UnfinishedTake>>();
+    QCOMPARE(takes.size(), 2);
+    QCOMPARE(takes.at(1).record.takePath, QStringLiteral("/clips/take"));
+}
+
 void tst_StudioRecoveryBar::nothingRecoverableIsSaid()
 {
     RecoveryBench bench(1);
@@ -153,7 +171,7 @@ void tst_StudioRecoveryBar::nothingRecoverableIsSaid()
     StudioRecoveryBar bar(&recovery);
     QSignalSpy recovered(&bar, &StudioRecoveryBar::recovered);
     QSignalSpy messages(&bar, &StudioRecoveryBar::message);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     press(bar, "Studio_RecoveryRepair");
     QTRY_VERIFY(bar.isHidden());
@@ -169,7 +187,7 @@ void tst_StudioRecoveryBar::failedRepairKeepsTheOffer()
     bench.gate.release();
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     press(bar, "Studio_RecoveryRepair");
     QTRY_VERIFY(bar.sentence().contains(QStringLiteral("The disk is full.")));
@@ -183,7 +201,7 @@ void tst_StudioRecoveryBar::discardAsksFirst()
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
     QSignalSpy discarded(&recovery, &StudioRecovery::discarded);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     // A popover goes when its window gains or loses the focus, as a new window does.
     QVERIFY(QTest::qWaitForWindowActive(&bar));
@@ -205,7 +223,7 @@ void tst_StudioRecoveryBar::discardThatFailsKeepsTheOffer()
     bench.discardWorks = false;
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     // A popover goes when its window gains or loses the focus, as a new window does.
     QVERIFY(QTest::qWaitForWindowActive(&bar));
@@ -222,7 +240,7 @@ void tst_StudioRecoveryBar::laterHidesTheOffer()
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
     QSignalSpy messages(&bar, &StudioRecoveryBar::message);
-    recovery.find(QStringLiteral("/takes"));
+    recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     press(bar, "Studio_RecoveryLater");
     QVERIFY(bar.isHidden());

@@ -3,10 +3,9 @@
 #include "Support/TestFiles.h"
 
 #include <KdAppSettings/KdAppSettings.h>
-#include <KdRecord/KdAudioRecordView.h>
 #include <KdZentraCore/KdUtility.h>
-#include <Studio/StudioRecordSession.h>
-#include <Studio/StudioVoiceOver.h>
+#include <Studio/StudioUnattendedTake.h>
+#include <Studio/StudioVoiceOverSession.h>
 
 #include <QDoubleSpinBox>
 #include <QFileInfo>
@@ -16,14 +15,14 @@
  * file. */
 struct RunDesk
 {
-    explicit RunDesk(double seconds,
-                     const StudioVoiceOver::Patience& patience = StudioVoiceOver::Patience())
-        : run(&session, seconds, patience)
+    explicit RunDesk(double seconds, const StudioUnattendedTake::Patience& patience =
+                                         StudioUnattendedTake::Patience())
+        : run(&session, StudioRecorderManual::voiceOver(), seconds, patience)
     {
         KdUtility::gSetMainWindow(&window);
         window.show();
-        QObject::connect(&run, &StudioVoiceOver::finished, &run,
-                         [this](const StudioVoiceOverResult& end) {
+        QObject::connect(&run, &StudioUnattendedTake::finished, &run,
+                         [this](const StudioTakeResult& end) {
                              result = end;
                              ++ends;
                          });
@@ -44,14 +43,14 @@ struct RunDesk
     }
 
     QWidget window;
-    StudioRecordSession session{&window};
-    StudioVoiceOver run;
+    StudioVoiceOverSession session{&window};
+    StudioUnattendedTake run;
     QString importProblem;
-    StudioVoiceOverResult result;
+    StudioTakeResult result;
     int ends = 0;
 };
 
-class tst_StudioVoiceOver : public KdTestCase
+class tst_StudioUnattendedTake : public KdTestCase
 {
     Q_OBJECT
 
@@ -73,12 +72,12 @@ private Q_SLOTS:
 
 private:
     /** Gives up soon where nothing is to come. */
-    static StudioVoiceOver::Patience hasty();
-    static StudioVoiceOver::Patience hastyAboutTheMicrophone();
+    static StudioUnattendedTake::Patience hasty();
+    static StudioUnattendedTake::Patience hastyAboutTheMicrophone();
     QString takes() const { return temporaryPath(QStringLiteral("takes")); }
 };
 
-void tst_StudioVoiceOver::init()
+void tst_StudioUnattendedTake::init()
 {
     KdTestCase::init();
     KdAppSettings::GetInstance()->Load();
@@ -86,23 +85,23 @@ void tst_StudioVoiceOver::init()
         takes());
 }
 
-StudioVoiceOver::Patience tst_StudioVoiceOver::hasty()
+StudioUnattendedTake::Patience tst_StudioUnattendedTake::hasty()
 {
-    StudioVoiceOver::Patience patience;
+    StudioUnattendedTake::Patience patience;
     patience.countdown = 600;
     patience.import = 300;
     return patience;
 }
 
-StudioVoiceOver::Patience tst_StudioVoiceOver::hastyAboutTheMicrophone()
+StudioUnattendedTake::Patience tst_StudioUnattendedTake::hastyAboutTheMicrophone()
 {
-    StudioVoiceOver::Patience patience;
-    patience.microphone = 300;
+    StudioUnattendedTake::Patience patience;
+    patience.device = 300;
     patience.withoutServer = 300;
     return patience;
 }
 
-void tst_StudioVoiceOver::recordsThroughTheDialogAndReports()
+void tst_StudioUnattendedTake::recordsThroughTheDialogAndReports()
 {
     ScriptedEngine engine;
     engine.script().take = "sound";
@@ -118,20 +117,21 @@ void tst_StudioVoiceOver::recordsThroughTheDialogAndReports()
     QCOMPARE(engine.count("stop"), 1);
 }
 
-void tst_StudioVoiceOver::dialogIsClosedBeforeTheEndIsTold()
+void tst_StudioUnattendedTake::dialogIsClosedBeforeTheEndIsTold()
 {
     ScriptedEngine engine;
     engine.script().take = "sound";
     RunDesk desk(1.1);
     bool open = true;
-    connect(&desk.run, &StudioVoiceOver::finished, this, [&] { open = desk.session.isOpen(); });
+    connect(&desk.run, &StudioUnattendedTake::finished, this,
+            [&] { open = desk.session.isOpen(); });
     desk.run.run();
     QTRY_COMPARE_WITH_TIMEOUT(desk.ends, 1, 20000);
     QVERIFY(!open);
     QCOMPARE(engine.alive(), 0);
 }
 
-void tst_StudioVoiceOver::tooShortTakeFailsWithTheRecordersWords()
+void tst_StudioUnattendedTake::tooShortTakeFailsWithTheRecordersWords()
 {
     ScriptedEngine engine;
     RunDesk desk(0.3);
@@ -142,7 +142,7 @@ void tst_StudioVoiceOver::tooShortTakeFailsWithTheRecordersWords()
     QCOMPARE(desk.result.path, QString());
 }
 
-void tst_StudioVoiceOver::deviceThatCannotStartFailsWithTheRecordersWords()
+void tst_StudioUnattendedTake::deviceThatCannotStartFailsWithTheRecordersWords()
 {
     ScriptedEngine engine;
     engine.fail("start");
@@ -154,7 +154,7 @@ void tst_StudioVoiceOver::deviceThatCannotStartFailsWithTheRecordersWords()
     QCOMPARE(engine.alive(), 0);
 }
 
-void tst_StudioVoiceOver::forbiddenFolderFailsWithTheRecordersWords()
+void tst_StudioUnattendedTake::forbiddenFolderFailsWithTheRecordersWords()
 {
     allowLog(QStringLiteral("."));
     TestFiles::write(takes(), "a file where a folder should be");
@@ -168,7 +168,7 @@ void tst_StudioVoiceOver::forbiddenFolderFailsWithTheRecordersWords()
     QCOMPARE(engine.count("start"), 0);
 }
 
-void tst_StudioVoiceOver::lostDeviceFailsWithTheRecordersWords()
+void tst_StudioUnattendedTake::lostDeviceFailsWithTheRecordersWords()
 {
     ScriptedEngine engine;
     engine.script().take = "sound";
@@ -184,7 +184,7 @@ void tst_StudioVoiceOver::lostDeviceFailsWithTheRecordersWords()
              qPrintable(desk.result.error));
 }
 
-void tst_StudioVoiceOver::noSoundServerIsSaid()
+void tst_StudioUnattendedTake::noSoundServerIsSaid()
 {
     ScriptedEngine engine;
     engine.script().microphones.clear();
@@ -196,7 +196,7 @@ void tst_StudioVoiceOver::noSoundServerIsSaid()
              qPrintable(desk.result.error));
 }
 
-void tst_StudioVoiceOver::noMicrophoneIsSaid()
+void tst_StudioUnattendedTake::noMicrophoneIsSaid()
 {
     ScriptedEngine engine;
     engine.script().microphones.clear();
@@ -210,7 +210,7 @@ void tst_StudioVoiceOver::noMicrophoneIsSaid()
              qPrintable(desk.result.error));
 }
 
-void tst_StudioVoiceOver::microphoneThatComesLateIsUsed()
+void tst_StudioUnattendedTake::microphoneThatComesLateIsUsed()
 {
     ScriptedEngine engine;
     engine.script().take = "sound";
@@ -225,7 +225,7 @@ void tst_StudioVoiceOver::microphoneThatComesLateIsUsed()
     QCOMPARE(desk.result.error, QString());
 }
 
-void tst_StudioVoiceOver::importThatFailsIsSaid()
+void tst_StudioUnattendedTake::importThatFailsIsSaid()
 {
     ScriptedEngine engine;
     engine.script().take = "sound";
@@ -237,7 +237,7 @@ void tst_StudioVoiceOver::importThatFailsIsSaid()
              qPrintable(desk.result.error));
 }
 
-void tst_StudioVoiceOver::importThatNeverEndsIsSaid()
+void tst_StudioUnattendedTake::importThatNeverEndsIsSaid()
 {
     ScriptedEngine engine;
     engine.script().take = "sound";
@@ -249,7 +249,7 @@ void tst_StudioVoiceOver::importThatNeverEndsIsSaid()
              qPrintable(desk.result.error));
 }
 
-void tst_StudioVoiceOver::dialogClosedByTheUserIsSaid()
+void tst_StudioUnattendedTake::dialogClosedByTheUserIsSaid()
 {
     ScriptedEngine engine;
     engine.script().microphones.clear();
@@ -262,7 +262,7 @@ void tst_StudioVoiceOver::dialogClosedByTheUserIsSaid()
              qPrintable(desk.result.error));
 }
 
-void tst_StudioVoiceOver::startThatNeverComesIsSaid()
+void tst_StudioUnattendedTake::startThatNeverComesIsSaid()
 {
     ScriptedEngine engine;
     RunDesk desk(2.0, hasty());
@@ -279,7 +279,7 @@ void tst_StudioVoiceOver::startThatNeverComesIsSaid()
 
 int main(int argc, char** argv)
 {
-    return KdTest::run<tst_StudioVoiceOver>(argc, argv);
+    return KdTest::run<tst_StudioUnattendedTake>(argc, argv);
 }
 
-#include "tst_StudioVoiceOver.moc"
+#include "tst_StudioUnattendedTake.moc"

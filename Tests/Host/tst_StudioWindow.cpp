@@ -2,27 +2,35 @@
 #include "Support/DialogDriver.h"
 #include "Support/KdTestCase.h"
 #include "Support/ScriptedEngine.h"
+#include "Support/TestClip.h"
 #include "Support/TestFiles.h"
 #include "Support/WindowAnswers.h"
 
 #include <KdAppSettings/KdAppSettings.h>
-#include <KdRecord/KdAudioRecordView.h>
 #include <KdVBLModel/KdProject.h>
+#include <KdVBLModel/KdTrackEventLog.h>
 #include <KdWidgets/KdSkinManager.h>
 #include <KdZentraCore/KdUtility.h>
 #include <Studio/StudioLanguages.h>
+#include <Studio/StudioPictureView.h>
 #include <Studio/StudioPlayer.h>
 #include <Studio/StudioRecordSession.h>
 #include <Studio/StudioSpeech.h>
+#include <Studio/StudioTakeAnalyser.h>
 #include <Studio/StudioTakeLibrary.h>
 #include <Studio/StudioTimeline.h>
+#include <Studio/StudioUsageView.h>
 #include <Studio/StudioWindow.h>
 
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
+#include <QTimer>
+#include <QWindow>
 
+#include <functional>
 #include <memory>
 
 class tst_StudioWindow : public KdTestCase
@@ -45,12 +53,20 @@ private Q_SLOTS:
     void removedTakeLeavesListAndTimeline();
     void bothSkinsAndAllLanguagesFit_data();
     void bothSkinsAndAllLanguagesFit();
-    void recordButtonWorksByKeyboard();
+    void recordButtonsWorkByKeyboard_data();
+    void recordButtonsWorkByKeyboard();
+    void webcamClipIsListedWithItsPicture();
+    void nothingIsLookedIntoWhileTheCameraStarts();
+    void whatTheWebcamRecorderReportsIsListed();
+    void openRecorderComesToTheFrontInsteadOfAnother();
+    void clipInAnotherFolderIsWatchedToo();
 
 private:
     std::unique_ptr<StudioWindow> openWindow();
     /** Records through the dialog until the engine has been asked to stop. */
     void record(StudioWindow& window, ScriptedEngine& engine, qint64 milliseconds);
+    /** Opens the webcam's recorder; step happens while it runs, and it is closed at its end. */
+    static void useWebcam(const StudioWindow& window, const std::function<void()>& step);
     QString takes() const { return temporaryPath(QStringLiteral("takes")); }
     static QWidget* child(const StudioWindow& window, const char* name)
     {
@@ -66,6 +82,8 @@ void tst_StudioWindow::init()
     KdAppSettings::GetInstance()->Load();
     KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(
         takes());
+    KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetCaptureFileFolder(
+        temporaryPath(QStringLiteral("clips")));
     IKdProjectManager::getInstance()->setFrameRate(KdVBLMODEL::KdFrameRate::Fps30);
     KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
     m_languages.use(QStringLiteral("en"));
@@ -84,14 +102,16 @@ void tst_StudioWindow::record(StudioWindow& window, ScriptedEngine& engine, qint
 {
     const int before = engine.count("start");
     DialogDriver::click(window, QStringLiteral("Studio_RecordVoiceOver"));
-    QTRY_VERIFY(window.session()->isOpen());
-    DialogDriver::click(*window.session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    QTRY_VERIFY(window.voiceOver()->isOpen());
+    DialogDriver::click(*window.voiceOver()->view(),
+                        QStringLiteral("KAudioCapture_RecorderButton"));
     QTRY_COMPARE(engine.count("start"), before + 1);
     QTRY_VERIFY(window.timeline()->isRecording());
     engine.deliverTime(milliseconds);
     // The recorder's own clock decides what is too short.
     QTest::qWait(1050);
-    DialogDriver::click(*window.session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    DialogDriver::click(*window.voiceOver()->view(),
+                        QStringLiteral("KAudioCapture_RecorderButton"));
     QTRY_VERIFY(!window.timeline()->isRecording());
 }
 
@@ -122,8 +142,8 @@ void tst_StudioWindow::recordingIsListedPlayedAndOnTheTimeline()
     QCOMPARE(window->findChild<QListView*>(QStringLiteral("Studio_TakeList"))->currentIndex().row(),
              0);
     QTRY_VERIFY(!window->timeline()->clips().first().peaks.isEmpty());
-    window->session()->close();
-    QTRY_VERIFY(!window->session()->isOpen());
+    window->voiceOver()->close();
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
 }
 
 void tst_StudioWindow::playheadFollowsTheTakeInProjectFrames_data()
@@ -143,16 +163,17 @@ void tst_StudioWindow::playheadFollowsTheTakeInProjectFrames()
     IKdProjectManager::getInstance()->setFrameRate(static_cast<KdVBLMODEL::KdFrameRate>(rate));
     ScriptedEngine engine;
     const auto window = openWindow();
-    window->session()->open();
-    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    window->voiceOver()->open();
+    DialogDriver::click(*window->voiceOver()->view(),
+                        QStringLiteral("KAudioCapture_RecorderButton"));
     QTRY_VERIFY(window->timeline()->isRecording());
     engine.deliverTime(10000);
     QTRY_COMPARE(window->timeline()->playhead(), frames);
     WindowAnswers answers;
     answers.answerMessage(QDialogButtonBox::Ok);
-    window->session()->close();
+    window->voiceOver()->close();
     QTRY_VERIFY(!window->timeline()->isRecording());
-    QTRY_VERIFY(!window->session()->isOpen());
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
 }
 
 void tst_StudioWindow::windowIsLockedWhileATakeRuns()
@@ -160,20 +181,22 @@ void tst_StudioWindow::windowIsLockedWhileATakeRuns()
     ScriptedEngine engine;
     engine.script().take = StudioSpeech::synthesise(1.0);
     const auto window = openWindow();
-    window->session()->open();
+    window->voiceOver()->open();
     QVERIFY(child(*window, "Studio_LockBar")->isHidden());
-    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    DialogDriver::click(*window->voiceOver()->view(),
+                        QStringLiteral("KAudioCapture_RecorderButton"));
     QTRY_VERIFY(child(*window, "Studio_LockBar")->isVisible());
     QVERIFY(!child(*window, "Studio_RecordVoiceOver")->isEnabled());
     QVERIFY(!child(*window, "Studio_Skin")->isEnabled());
     QTRY_VERIFY(window->timeline()->isRecording());
     WindowAnswers answers;
     answers.answerMessage(QDialogButtonBox::Ok);
-    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    DialogDriver::click(*window->voiceOver()->view(),
+                        QStringLiteral("KAudioCapture_RecorderButton"));
     QTRY_VERIFY(child(*window, "Studio_LockBar")->isHidden());
     QVERIFY(child(*window, "Studio_RecordVoiceOver")->isEnabled());
-    window->session()->close();
-    QTRY_VERIFY(!window->session()->isOpen());
+    window->voiceOver()->close();
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
 }
 
 void tst_StudioWindow::muteOfTheRecorderMutesPlaying()
@@ -183,11 +206,11 @@ void tst_StudioWindow::muteOfTheRecorderMutesPlaying()
         true);
     const auto window = openWindow();
     QVERIFY(!window->player()->isMuted());
-    window->session()->open();
+    window->voiceOver()->open();
     QTRY_VERIFY(window->player()->isMuted());
     QVERIFY(child(*window, "Studio_Muted")
                 ->isVisibleTo(child(*window, "Studio_Muted")->parentWidget()));
-    window->session()->close();
+    window->voiceOver()->close();
     QTRY_VERIFY(!window->player()->isMuted());
 }
 
@@ -195,13 +218,13 @@ void tst_StudioWindow::takeThatWasNotKeptIsSaid()
 {
     ScriptedEngine engine;
     const auto window = openWindow();
-    window->session()->open();
-    Q_EMIT window->session()->takeFinished(QString(), QStringLiteral("{}"), QStringLiteral("{}"));
+    window->voiceOver()->open();
+    Q_EMIT window->voiceOver()->takeFinished(QString(), QStringLiteral("{}"), QStringLiteral("{}"));
     QVERIFY2(window->statusText().contains(QStringLiteral("not kept")),
              qPrintable(window->statusText()));
     QCOMPARE(window->library()->count(), 0);
-    window->session()->close();
-    QTRY_VERIFY(!window->session()->isOpen());
+    window->voiceOver()->close();
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
 }
 
 void tst_StudioWindow::fileThatIsNoTakeIsNotListed()
@@ -213,8 +236,8 @@ void tst_StudioWindow::fileThatIsNoTakeIsNotListed()
     QTRY_VERIFY2(window->statusText().contains(QStringLiteral("was not added")),
                  qPrintable(window->statusText()));
     QCOMPARE(window->library()->count(), 0);
-    window->session()->close();
-    QTRY_VERIFY(!window->session()->isOpen());
+    window->voiceOver()->close();
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
 }
 
 void tst_StudioWindow::takesFolderFollowsTheRecorder()
@@ -228,8 +251,8 @@ void tst_StudioWindow::takesFolderFollowsTheRecorder()
     QTRY_COMPARE(window->library()->count(), 1);
     QCOMPARE(window->library()->folder(), other);
     QVERIFY(window->library()->takes().first().path.startsWith(other + QLatin1Char('/')));
-    window->session()->close();
-    QTRY_VERIFY(!window->session()->isOpen());
+    window->voiceOver()->close();
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
 }
 
 void tst_StudioWindow::closingInMidTakeLosesNothing()
@@ -237,8 +260,9 @@ void tst_StudioWindow::closingInMidTakeLosesNothing()
     ScriptedEngine engine;
     engine.script().take = StudioSpeech::synthesise(1.5);
     auto window = openWindow();
-    window->session()->open();
-    DialogDriver::click(*window->session()->view(), QStringLiteral("KAudioCapture_RecorderButton"));
+    window->voiceOver()->open();
+    DialogDriver::click(*window->voiceOver()->view(),
+                        QStringLiteral("KAudioCapture_RecorderButton"));
     QTRY_VERIFY(window->timeline()->isRecording());
     QTest::qWait(1050);
     window->close();
@@ -314,19 +338,143 @@ void tst_StudioWindow::bothSkinsAndAllLanguagesFit()
                  qPrintable(KdTest::clippedTexts(*window).join(QLatin1Char('\n'))));
 }
 
-void tst_StudioWindow::recordButtonWorksByKeyboard()
+void tst_StudioWindow::recordButtonsWorkByKeyboard_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("voice-over") << QStringLiteral("Studio_RecordVoiceOver");
+    QTest::newRow("webcam") << QStringLiteral("Studio_RecordWebcam");
+}
+
+void tst_StudioWindow::recordButtonsWorkByKeyboard()
+{
+    QFETCH(QString, button);
+    ScriptedEngine engine;
+    const auto window = openWindow();
+    auto* const control = DialogDriver::child(*window, button);
+    for (int i = 0; i < 20 && !control->hasFocus(); ++i) {
+        QTest::keyClick(window.get(), Qt::Key_Tab);
+    }
+    QVERIFY(control->hasFocus());
+    bool wasOpen = false;
+    QTimer::singleShot(0, window.get(), [&] {
+        StudioRecordSession* const session =
+            window->webcam()->isOpen() ? window->webcam() : window->voiceOver();
+        wasOpen = session->isOpen();
+        session->close();
+    });
+    QTest::keyClick(control, Qt::Key_Space);
+    QTRY_VERIFY(wasOpen);
+    QTRY_VERIFY(!window->voiceOver()->isOpen() && !window->webcam()->isOpen());
+}
+
+void tst_StudioWindow::useWebcam(const StudioWindow& window, const std::function<void()>& step)
+{
+    QTimer::singleShot(0, window.webcam(), [&window, step] {
+        DialogDriver::waitUntil(
+            [&window] {
+                const QWindow* const handle = window.webcam()->view()->windowHandle();
+                return handle && handle->isExposed();
+            },
+            QStringLiteral("the recorder"));
+        step();
+        window.webcam()->close();
+    });
+    DialogDriver::click(window, QStringLiteral("Studio_RecordWebcam"));
+}
+
+void tst_StudioWindow::webcamClipIsListedWithItsPicture()
+{
+    const QString model = temporaryPath(QStringLiteral("model.mp4"));
+    TestClip::write(model, {{Qt::green, 2.0}}, true, QSize(640, 360));
+    ScriptedEngine engine;
+    engine.script().take = TestFiles::read(model);
+    const auto window = openWindow();
+    useWebcam(*window, [&] {
+        const auto press = [&] {
+            DialogDriver::click(*window->webcam()->view(), QStringLiteral("KProDlg_KCameraCptBtn"));
+        };
+        press();
+        QTRY_COMPARE(engine.count("start"), 1);
+        // The recorder's own clock decides what is too short.
+        QTest::qWait(1050);
+        press();
+        QTRY_COMPARE(engine.count("stop"), 1);
+    });
+    QTRY_COMPARE(window->library()->count(), 1);
+    const StudioTake take = window->library()->takes().first();
+    QVERIFY(take.state == StudioTake::State::Good);
+    QCOMPARE(take.picture, QSize(640, 360));
+    QVERIFY(take.fileInfo.contains(QStringLiteral("camera_record_backgroud")));
+    QTRY_COMPARE(window->timeline()->clips().size(), 1);
+    QTRY_VERIFY(!window->timeline()->clips().first().thumbnail.isNull());
+    auto* const picture = window->findChild<StudioPictureView*>();
+    QVERIFY(picture->isVisible());
+    QTRY_COMPARE(picture->shown().size(), QSize(640, 360));
+    QVERIFY(TestClip::isLike(picture->shown().pixelColor(320, 180), QColor(Qt::green)));
+}
+
+void tst_StudioWindow::nothingIsLookedIntoWhileTheCameraStarts()
+{
+    TestFiles::write(takes() + QStringLiteral("/a.wav"), StudioSpeech::synthesise(1.0));
+    ScriptedEngine engine;
+    const auto window = openWindow();
+    StudioTakeAnalyser* const analyser = window->analyser();
+    QSignalSpy probed(analyser, &StudioTakeAnalyser::probed);
+    bool wasHeld = false;
+    bool wasBusy = false;
+    engine.during("start", [&] {
+        wasHeld = analyser->isHeld();
+        // Work that comes about just now, as a take that appears in the folder makes it.
+        analyser->analyse(takes() + QStringLiteral("/a.wav"));
+        wasBusy = analyser->isBusy();
+    });
+    useWebcam(*window, [&] {
+        DialogDriver::click(*window->webcam()->view(), QStringLiteral("KProDlg_KCameraCptBtn"));
+        QTRY_COMPARE(engine.count("start"), 1);
+        QVERIFY(!analyser->isHeld());
+        QTRY_COMPARE(probed.count(), 1);
+    });
+    QVERIFY(wasHeld);
+    QVERIFY(wasBusy);
+}
+
+void tst_StudioWindow::whatTheWebcamRecorderReportsIsListed()
+{
+    KdTrackEventLog::clear();
+    ScriptedEngine engine;
+    const auto window = openWindow();
+    useWebcam(*window, [] {});
+    window->findChild<QTabWidget*>(QStringLiteral("Studio_Tabs"))->setCurrentIndex(1);
+    const auto* const list = window->findChild<StudioUsageView*>();
+    QVERIFY(list->isVisible());
+    QCOMPARE(list->count(), 1);
+    QVERIFY2(list->item(0)->text().endsWith(
+                 QStringLiteral("record_video_screen_tool_bar_expose record_type=camera_record")),
+             qPrintable(list->item(0)->text()));
+}
+
+void tst_StudioWindow::openRecorderComesToTheFrontInsteadOfAnother()
 {
     ScriptedEngine engine;
     const auto window = openWindow();
-    auto* const button = child(*window, "Studio_RecordVoiceOver");
-    for (int i = 0; i < 20 && !button->hasFocus(); ++i) {
-        QTest::keyClick(window.get(), Qt::Key_Tab);
-    }
-    QVERIFY(button->hasFocus());
-    QTest::keyClick(button, Qt::Key_Space);
-    QTRY_VERIFY(window->session()->isOpen());
-    window->session()->close();
-    QTRY_VERIFY(!window->session()->isOpen());
+    DialogDriver::click(*window, QStringLiteral("Studio_RecordVoiceOver"));
+    QTRY_VERIFY(window->voiceOver()->isOpen());
+    DialogDriver::click(*window, QStringLiteral("Studio_RecordWebcam"));
+    QVERIFY(!window->webcam()->isOpen());
+    QTRY_VERIFY(window->voiceOver()->view()->isActiveWindow());
+    window->voiceOver()->close();
+    QTRY_VERIFY(!window->voiceOver()->isOpen());
+}
+
+void tst_StudioWindow::clipInAnotherFolderIsWatchedToo()
+{
+    const QString path = temporaryPath(QStringLiteral("clips/a.wav"));
+    TestFiles::write(path, StudioSpeech::synthesise(1.0));
+    const auto window = openWindow();
+    window->library()->add(takeFromReport(path, QString(), QString()));
+    QTRY_VERIFY(window->library()->takes().first().state == StudioTake::State::Good);
+    QVERIFY(QFile::remove(path));
+    QTRY_VERIFY(window->library()->takes().first().state == StudioTake::State::Missing);
 }
 
 int main(int argc, char** argv)

@@ -43,7 +43,7 @@ public:
 
     ~Bench()
     {
-        m_window->session()->close();
+        m_window->voiceOver()->close();
         KdUtility::gSetMainWindow(nullptr);
     }
 
@@ -89,8 +89,8 @@ void importSome(Bench& bench)
 
 bool recording(Bench& bench, const Shot& shot)
 {
-    bench.window()->session()->open();
-    KdAudioRecordView* const view = bench.window()->session()->view();
+    bench.window()->voiceOver()->open();
+    KdFramelessDialog* const view = bench.window()->voiceOver()->view();
     if (!Shot::waitFor([view] { return view->isVisible(); }, "the dialog")) {
         return false;
     }
@@ -132,7 +132,7 @@ bool takeStudioShots(const Shot& shot)
     importSome(bench);
     ok = shot.take(bench.window(), QStringLiteral("studio-takes")) && ok;
     ok = recording(bench, shot) && ok;
-    bench.window()->session()->close();
+    bench.window()->voiceOver()->close();
     Shot::letPass(300);
     return recovery(bench, shot) && ok;
 }
