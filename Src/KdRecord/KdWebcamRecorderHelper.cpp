@@ -206,14 +206,18 @@ void KdWebcamRecorderHelper::stopPreview()
 
 void KdWebcamRecorderHelper::startTake()
 {
+    const QPointer<KdWebcamRecorderHelper> alive(this);
     startWebcamRecorder();
-    m_bRecordingActive = true;
+    if (alive) { // the host may have closed the dialog when it was told
+        m_bRecordingActive = true;
+    }
 }
 
 void KdWebcamRecorderHelper::startWebcamRecorder()
 {
+    const QPointer<KdWebcamRecorderHelper> alive(this);
     const KdPileInsetionNotice notice("KdWebcamRecorderHelper::start");
-    if (!recorder()) {
+    if (!alive || !recorder()) {
         return;
     }
     logOutcome(recorder()->start(), {kSourceFile, "KdWebcamRecorderHelper::startWebcamRecorder"},

@@ -7,6 +7,7 @@
 #include <QMetaMethod>
 #include <QPointer>
 
+#include <functional>
 #include <limits>
 #include <stdexcept>
 #include <thread>
@@ -35,9 +36,13 @@ public:
         } else if (const auto* end = dynamic_cast<const NotifyEndPileInsetionEvent*>(&event)) {
             heard.append(QStringLiteral("end ") + QLatin1String(end->label()));
         }
+        if (onEvent) {
+            onEvent(heard.last());
+        }
     }
 
     QStringList heard;
+    std::function<void(const QString&)> onEvent;
 };
 
 const QString kBegin = QStringLiteral("begin KdWebcamRecorderHelper::start");
@@ -75,6 +80,8 @@ private Q_SLOTS:
     void tellsTheHostTheEndOnEveryPathOut_data();
     void tellsTheHostTheEndOnEveryPathOut();
     void tellsTheHostTheEndWhenTheEngineBreaksItsWord();
+    void theHostMayDestroyItWhenTold_data();
+    void theHostMayDestroyItWhenTold();
     void tellsTheHostNothingOnAnotherThread();
     void tellsTheHostOfNothingButTheStart();
     void pausesAndResumes();
@@ -391,6 +398,32 @@ void tst_KdWebcamRecorderHelper::tellsTheHostTheEndWhenTheEngineBreaksItsWord()
     QVERIFY_EXCEPTION_THROWN(helper.slotWebcamRecorderOrderType(KdWebcamOrder::StartTake),
                              std::runtime_error);
     QCOMPARE(host.heard, QStringList({kBegin, kEnd}));
+}
+
+void tst_KdWebcamRecorderHelper::theHostMayDestroyItWhenTold_data()
+{
+    QTest::addColumn<QString>("event");
+    QTest::addColumn<int>("starts");
+    QTest::newRow("at the beginning") << kBegin << 0;
+    QTest::newRow("at the end") << kEnd << 1;
+}
+
+void tst_KdWebcamRecorderHelper::theHostMayDestroyItWhenTold()
+{
+    QFETCH(QString, event);
+    QFETCH(int, starts);
+    QPointer<ReadyHelper> helper = new ReadyHelper;
+    helper->slotSetCurrentWebCamDevice(0);
+    Host host;
+    host.onEvent = [&](const QString& heard) {
+        if (heard == event) {
+            delete helper;
+        }
+    };
+    helper->order(KdWebcamOrder::StartTake);
+    QVERIFY(!helper);
+    QCOMPARE(host.heard, QStringList({kBegin, kEnd}));
+    QCOMPARE(m_engine->count("start"), starts);
 }
 
 void tst_KdWebcamRecorderHelper::tellsTheHostNothingOnAnotherThread()
