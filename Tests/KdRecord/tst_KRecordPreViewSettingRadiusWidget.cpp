@@ -532,12 +532,19 @@ void tst_KRecordPreViewSettingRadiusWidget::everyStateLooksDifferent()
     QFETCH(QString, name);
     QVERIFY(KdSkinManager::instance()->setSkin(skin));
     KdToolButton* const shown = button(name);
+    QTest::mouseMove(m_window.get(), QPoint(2, 2));
     // The first button has the focus when the window is shown.
     button(kCircle)->clearFocus();
     QVector<QImage> looks;
     for (const bool isChecked : {false, true}) {
         KdSkinManager::setCheckState(shown, isChecked);
         looks.append(WidgetLooks::image(*shown));
+        QTest::mouseMove(shown, QPoint(14, 13));
+        QTest::mouseMove(shown, QPoint(14, 14));
+        QTRY_VERIFY(shown->underMouse());
+        looks.append(WidgetLooks::image(*shown));
+        QTest::mouseMove(m_window.get(), QPoint(2, 2));
+        QTRY_VERIFY(!shown->underMouse());
         shown->setDown(true);
         looks.append(WidgetLooks::image(*shown));
         shown->setDown(false);

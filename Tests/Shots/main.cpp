@@ -1,6 +1,7 @@
 // shots FOLDER: makes every screenshot, in both skins at 100 and 200 %. The scale is fixed when a
 // process starts, hence the two processes.
 
+#include "PreviewShots.h"
 #include "Shot.h"
 #include "StudioShots.h"
 #include "VideoSettingsShots.h"
@@ -29,6 +30,7 @@ bool takeAll(const QString& folder)
         ok = takeVoiceOverShots(shot) && ok;
         ok = takeAdvancedSettingsShots(shot) && ok;
         ok = takeVideoSettingsShots(shot) && ok;
+        ok = takePreviewShots(shot) && ok;
         ok = takeStudioShots(shot) && ok;
     }
     return ok;
