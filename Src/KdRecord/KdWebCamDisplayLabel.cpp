@@ -6,8 +6,9 @@
 #include <KdWidgets/KdSkinManager.h>
 #include <KdZentraCore/KdConfigEngine.h>
 
+#include <QApplication>
 #include <QBoxLayout>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 #include <QRegion>
 #include <QTimer>
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int kRenderDelayMs = 100;
 constexpr int kStripDistance = 8; ///< from the lower edge
+constexpr int kFocusRing = 2;
 
 QVariant configured(const char* key, const QVariant& fallback)
 {
@@ -72,6 +74,10 @@ void KdWebCamDisplayLabel::initUI()
     layout->setContentsMargins(0, 0, 0, kStripDistance);
     layout->setSpacing(0);
     layout->addWidget(m_pStrip, 0, Qt::AlignBottom | Qt::AlignHCenter);
+
+    setFocusPolicy(Qt::TabFocus);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget* /*old*/, QWidget* now) { followFocus(now); });
 }
 
 void KdWebCamDisplayLabel::WebcamFrameChanged(int width, int height, uint8_t* bits)
@@ -154,7 +160,9 @@ void KdWebCamDisplayLabel::setLayerCorner(float radius, bool flag)
 void KdWebCamDisplayLabel::setRecording(bool recording)
 {
     m_bRecording = recording;
-    showStrip(underMouse());
+    // Without the strip there is nothing here for the keyboard.
+    setFocusPolicy(recording ? Qt::NoFocus : Qt::TabFocus);
+    updateStrip();
     update();
 }
 
@@ -181,23 +189,50 @@ void KdWebCamDisplayLabel::useUserSettings()
     update();
 }
 
-void KdWebCamDisplayLabel::showStrip(bool isMouseHere)
+void KdWebCamDisplayLabel::updateStrip()
 {
-    m_pStrip->setVisible(isMouseHere && !m_bRecording);
+    const bool isShown = (m_bMouseHere || m_bKeyboardHere) && !m_bRecording;
+    if (!isShown && m_pStrip->isAncestorOf(QApplication::focusWidget())) {
+        // Otherwise the focus would move on as if by the Tab key, and bring the strip back.
+        setFocus(Qt::OtherFocusReason);
+    }
+    m_pStrip->setVisible(isShown);
 }
 
 void KdWebCamDisplayLabel::enterEvent(QEvent* event)
 {
     QLabel::enterEvent(event);
-    showStrip(true);
+    m_bMouseHere = true;
+    updateStrip();
     Q_EMIT sigEnter();
 }
 
 void KdWebCamDisplayLabel::leaveEvent(QEvent* event)
 {
     QLabel::leaveEvent(event);
-    showStrip(false);
+    m_bMouseHere = false;
+    updateStrip();
     Q_EMIT sigLeave();
+}
+
+/** Only for the Tab key: a window that comes up gives its focus to anything. */
+void KdWebCamDisplayLabel::focusInEvent(QFocusEvent* event)
+{
+    QLabel::focusInEvent(event);
+    if (event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason) {
+        m_bKeyboardHere = true;
+        updateStrip();
+        update();
+    }
+}
+
+void KdWebCamDisplayLabel::followFocus(const QWidget* focused)
+{
+    const bool isHere = focused && (focused == this || isAncestorOf(focused));
+    if (m_bKeyboardHere && !isHere) {
+        m_bKeyboardHere = false;
+        updateStrip();
+    }
 }
 
 void KdWebCamDisplayLabel::hideEvent(QHideEvent* event)
@@ -212,6 +247,17 @@ void KdWebCamDisplayLabel::paintEvent(QPaintEvent* event)
         QPainter(this).fillRect(rect(), Qt::black);
     }
     QLabel::paintEvent(event);
+    if (hasFocus() && m_bKeyboardHere) {
+        paintFocus();
+    }
+}
+
+void KdWebCamDisplayLabel::paintFocus()
+{
+    QPainter painter(this);
+    painter.setPen(QPen(KdSkin::KdSkinManager::instance()->color(KdSkin::Accent), kFocusRing,
+                        Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 /** @return false when there is no frame to paint. */

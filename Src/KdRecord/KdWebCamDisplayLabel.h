@@ -17,7 +17,8 @@ class QTimer;
 
 /**
  * The preview of a webcam: shows the latest frame letter-boxed on black, mirrored and cut round as
- * asked, and over it, while the mouse is there and no take runs, the strip with the options.
+ * asked, and over it, while the mouse is there and no take runs, the strip with the options. The
+ * Tab key brings the strip up as well, and leads on into it.
  *
  * It starts with the shape, flip and background that the host's configuration keeps in the group
  * "WebCamFuncConfig", and shows no frame before startRender() or startRenderDelay().
@@ -87,6 +88,7 @@ Q_SIGNALS:
 protected:
     void enterEvent(QEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
@@ -105,7 +107,9 @@ private:
     void readConfiguration();
     void initUI();
     bool paintFrame();
-    void showStrip(bool isMouseHere);
+    void paintFocus();
+    void followFocus(const QWidget* focused);
+    void updateStrip();
 
     std::unique_ptr<KdPreviewStore> m_pStore;
     std::atomic<bool> m_bRepaintPosted{false};
@@ -115,6 +119,8 @@ private:
     KdVBLMODEL::_KdCaptureRecordBackgroundMode m_backgroundMode = KdVBLMODEL::fcbmNone;
     bool m_bFlipped = false;
     bool m_bRecording = false;
+    bool m_bMouseHere = false;
+    bool m_bKeyboardHere = false; ///< came with the Tab key and is still on the label or its strip
     KRecordPreViewSettingRadiusWidget* m_pStrip = nullptr;
     QTimer* m_pRenderDelay = nullptr;
 };

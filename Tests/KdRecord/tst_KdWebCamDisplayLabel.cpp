@@ -1,5 +1,6 @@
 #include <KdRecord/KRecordPreViewSettingRadiusWidget.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
+#include <KdWidgets/KdSkinManager.h>
 #include <KdWidgets/KdToolButton.h>
 #include <KdZentraCore/KdConfigEngine.h>
 
@@ -8,9 +9,10 @@
 #include <Support/PlainPreview.h>
 #include <Support/WidgetLooks.h>
 
+#include <QBoxLayout>
 #include <QElapsedTimer>
 #include <QEvent>
-#include <QLayout>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -114,6 +116,10 @@ private Q_SLOTS:
     void stripShowsWhileTheMouseIsOverIt();
     void stripDoesNotAppearWhileRecording();
     void stripGoesWhenATakeBegins();
+    void theTabKeyBringsTheStripUpAndLeadsIntoIt();
+    void theTabKeyPassesByWhileRecording();
+    void aWindowThatComesUpDoesNotBringTheStrip();
+    void aStripThatGoesLeavesTheFocusBehind();
     void enteringAndLeavingAreReported();
     void setShapeShowsOnTheStripWithoutAsking();
     void flipAndBackgroundLeaveTheStripAlone();
@@ -606,9 +612,9 @@ void tst_KdWebCamDisplayLabel::aHiddenLabelShowsTheLatestFrameWhenItComesBack()
  * brings them has been waited for, as the engine's barrier does. */
 void tst_KdWebCamDisplayLabel::survivesAWriterAtFullSpeed()
 {
-    const QVector<QImage> frames{plainFrame(QSize(320, 180), Qt::red),
-                                 plainFrame(QSize(333, 201), Qt::blue)};
-    for (int round = 0; round < 12; ++round) {
+    const QVector<QImage> frames{plainFrame(QSize(160, 90), Qt::red),
+                                 plainFrame(QSize(133, 101), Qt::blue)};
+    for (int round = 0; round < 6; ++round) {
         make();
         show();
         std::atomic<bool> goesOn{true};
@@ -621,7 +627,7 @@ void tst_KdWebCamDisplayLabel::survivesAWriterAtFullSpeed()
                 ++brought;
             }
         });
-        for (int i = 0; i < 30 || brought < 50; ++i) {
+        for (int i = 0; i < 20 || brought < 20; ++i) {
             m_label->setShape(i % 3 == 0 ? fcrsCircle : fcrsSquare);
             m_label->setFlipped(i % 2 == 0);
             m_label->resize(200 + i % 5 * 40, 150 + i % 4 * 30);
@@ -657,9 +663,12 @@ void tst_KdWebCamDisplayLabel::stripDoesNotAppearWhileRecording()
     show();
     m_label->setRecording(true);
     QEvent enter(QEvent::Enter);
+    QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(m_label.get(), &enter);
     QVERIFY(!strip()->isVisible());
+    QCoreApplication::sendEvent(m_label.get(), &leave);
     m_label->setRecording(false);
+    QVERIFY(!strip()->isVisible());
     QCoreApplication::sendEvent(m_label.get(), &enter);
     QVERIFY(strip()->isVisible());
 }
@@ -676,6 +685,104 @@ void tst_KdWebCamDisplayLabel::stripGoesWhenATakeBegins()
     QVERIFY(!strip()->isVisible());
     m_label->setRecording(false);
     QVERIFY(strip()->isVisible());
+}
+
+namespace {
+
+/** A label between two buttons, and the mouse elsewhere. */
+struct Chain
+{
+    Chain()
+    {
+        window.setGeometry(100, 100, 400, 400);
+        auto* const layout = new QVBoxLayout(&window);
+        layout->addWidget(before);
+        layout->addWidget(label);
+        layout->addWidget(after);
+        window.show();
+        QTest::mouseMove(before, QPoint(2, 2));
+    }
+
+    /** @return the object name of the widget that then has the focus. */
+    static QString press(Qt::Key key)
+    {
+        QTest::keyClick(QApplication::focusWidget(), key,
+                        key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        return QApplication::focusWidget()->objectName();
+    }
+
+    static QWidget* named(QWidget* widget, const char* name)
+    {
+        widget->setObjectName(QLatin1String(name));
+        return widget;
+    }
+
+    QWidget window;
+    QWidget* before = named(new QPushButton, "before");
+    Surface* label = static_cast<Surface*>(named(new Surface, "label"));
+    QWidget* after = named(new QPushButton, "after");
+};
+
+} // namespace
+
+void tst_KdWebCamDisplayLabel::theTabKeyBringsTheStripUpAndLeadsIntoIt()
+{
+    Chain chain;
+    QVERIFY(QTest::qWaitForWindowActive(&chain.window));
+    chain.before->setFocus();
+    QCOMPARE(chain.press(Qt::Key_Tab), QStringLiteral("label"));
+    QVERIFY(chain.label->optionStrip()->isVisible());
+    const QColor accent = KdSkin::KdSkinManager::instance()->color(KdSkin::Accent);
+    QCOMPARE(WidgetLooks::colorAt(*chain.label, {0, 60}), accent);
+    QStringList reached;
+    for (int i = 0; i < 5; ++i) {
+        reached.append(chain.press(Qt::Key_Tab));
+        QVERIFY(chain.label->optionStrip()->isVisible());
+    }
+    QCOMPARE(reached.constFirst(), QStringLiteral("KRecorder_Circle_RoundBtn"));
+    QCOMPARE(reached.constLast(), QStringLiteral("KRecorder_Mirror_RoundBtn"));
+    QCOMPARE(WidgetLooks::colorAt(*chain.label, {0, 60}), QColor(Qt::black));
+    QCOMPARE(chain.press(Qt::Key_Tab), QStringLiteral("after"));
+    QVERIFY(!chain.label->optionStrip()->isVisible());
+    QCOMPARE(chain.press(Qt::Key_Backtab), QStringLiteral("label"));
+    QVERIFY(chain.label->optionStrip()->isVisible());
+    QCOMPARE(chain.press(Qt::Key_Backtab), QStringLiteral("before"));
+    QVERIFY(!chain.label->optionStrip()->isVisible());
+}
+
+void tst_KdWebCamDisplayLabel::theTabKeyPassesByWhileRecording()
+{
+    Chain chain;
+    QVERIFY(QTest::qWaitForWindowActive(&chain.window));
+    chain.before->setFocus();
+    chain.label->setRecording(true);
+    QCOMPARE(chain.press(Qt::Key_Tab), QStringLiteral("after"));
+    QVERIFY(!chain.label->optionStrip()->isVisible());
+    chain.label->setRecording(false);
+    QCOMPARE(chain.press(Qt::Key_Backtab), QStringLiteral("label"));
+}
+
+void tst_KdWebCamDisplayLabel::aWindowThatComesUpDoesNotBringTheStrip()
+{
+    m_label->move(300, 300);
+    QTest::mouseMove(m_label.get(), QPoint(-200, -200));
+    show();
+    QVERIFY(QTest::qWaitForWindowActive(m_label.get()));
+    QTRY_VERIFY(m_label->hasFocus());
+    QVERIFY(!strip()->isVisible());
+}
+
+void tst_KdWebCamDisplayLabel::aStripThatGoesLeavesTheFocusBehind()
+{
+    Chain chain;
+    QVERIFY(QTest::qWaitForWindowActive(&chain.window));
+    chain.before->setFocus();
+    chain.press(Qt::Key_Tab);
+    QCOMPARE(chain.press(Qt::Key_Tab), QStringLiteral("KRecorder_Circle_RoundBtn"));
+    chain.label->setRecording(true);
+    QVERIFY(!chain.label->optionStrip()->isVisible());
+    QVERIFY(chain.label->hasFocus());
+    QCOMPARE(chain.press(Qt::Key_Tab), QStringLiteral("after"));
 }
 
 void tst_KdWebCamDisplayLabel::enteringAndLeavingAreReported()
