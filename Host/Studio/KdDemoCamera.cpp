@@ -4,6 +4,7 @@
 #include <Studio/StudioPipeWire.h>
 #include <Studio/StudioTools.h>
 
+#include <QCoreApplication>
 #include <QDir>
 
 namespace {
@@ -11,30 +12,18 @@ namespace {
 constexpr int kDeviceTimeoutMs = 5000;
 constexpr int kPictureTimeoutMs = 6000;
 
-/** What gst-launch-1.0 is asked for: a ball that swings through the picture, at the size and rate
- * of a usual webcam. */
-QStringList pipeline()
+/** It is built beside Studio. */
+QString program()
 {
-    const QString properties =
-        QStringLiteral("stream-properties=p,media.class=(string)Video/Source,"
-                       "media.role=(string)Camera,node.name=(string)%1,"
-                       "node.description=(string)\"%2\"")
-            .arg(KdDemoCamera::nodeName(),
-                 KdDemoCamera::displayName().replace(QLatin1Char(' '), QStringLiteral("\\ ")));
-    return {QStringLiteral("-q"),
-            QStringLiteral("videotestsrc"),
-            QStringLiteral("is-live=true"),
-            QStringLiteral("pattern=ball"),
-            QStringLiteral("motion=wavy"),
-            QStringLiteral("animation-mode=frames"),
-            QStringLiteral("background-color=0xff24405c"),
-            QStringLiteral("foreground-color=0xffffc857"),
-            QStringLiteral("!"),
-            QStringLiteral("video/x-raw,format=YUY2,width=1280,height=720,framerate=30/1"),
-            QStringLiteral("!"),
-            QStringLiteral("pipewiresink"),
-            QStringLiteral("mode=provide"),
-            properties};
+    return QDir(QCoreApplication::applicationDirPath())
+        .filePath(QStringLiteral("kd_virtual_camera"));
+}
+
+/** Like a usual webcam, the best first. */
+QStringList modes()
+{
+    return {QStringLiteral("YUY2:1280x720@30"), QStringLiteral("YUY2:640x480@30"),
+            QStringLiteral("YUY2:640x480@15"), QStringLiteral("YUY2:320x240@30")};
 }
 
 bool hasVideoDevice()
@@ -70,10 +59,6 @@ QString KdDemoCamera::start()
     QString error =
         StudioTools::whatIsMissing({QStringLiteral("pw-dump")}, QStringLiteral("pipewire-bin"));
     if (error.isEmpty()) {
-        error = StudioTools::whatIsMissing({QStringLiteral("gst-launch-1.0")},
-                                           QStringLiteral("gstreamer1.0-tools"));
-    }
-    if (error.isEmpty()) {
         error = makeDevice();
     }
     if (!error.isEmpty()) {
@@ -90,7 +75,11 @@ QString KdDemoCamera::makeDevice()
     m_device = std::make_unique<StudioTools::BoundProcess>();
     m_device->setStandardOutputFile(QProcess::nullDevice());
     m_device->setStandardErrorFile(QProcess::nullDevice());
-    m_device->start(QStringLiteral("gst-launch-1.0"), pipeline());
+    m_device->start(program(), QStringList{nodeName(), displayName()} + modes());
+    if (!m_device->waitForStarted()) {
+        return QStringLiteral("The demonstration camera could not be made: %1 does not start.")
+            .arg(QDir::toNativeSeparators(program()));
+    }
     const bool made = StudioTools::until(kDeviceTimeoutMs, [this] {
         // Its end is only noticed while somebody waits for it.
         const bool ended =

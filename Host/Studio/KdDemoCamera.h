@@ -10,7 +10,7 @@ class QProcess;
 /**
  * A virtual camera with a moving picture, for a machine without one. It is a device of the
  * session's video server like any other and goes with this object, or with the process. Needs
- * PipeWire and GStreamer's command line tool. GUI thread.
+ * PipeWire, one of its tools, and the program kd_virtual_camera beside this one. GUI thread.
  */
 class KdDemoCamera : public QObject
 {

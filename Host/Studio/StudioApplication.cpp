@@ -11,6 +11,7 @@
 #include <Studio/StudioLanguages.h>
 #include <Studio/StudioQuitSignals.h>
 #include <Studio/StudioRecordSession.h>
+#include <Studio/StudioTakeAnalyser.h>
 #include <Studio/StudioUnattendedTake.h>
 #include <Studio/StudioWindow.h>
 
@@ -176,9 +177,20 @@ void StudioApplication::endTake(const StudioTakeResult& result)
     say(stdout, result.path);
     say(stdout, result.fileInfo.trimmed());
     say(stdout, result.fileExportInfo.trimmed());
+    // Later: the recorder is about to return, and the take is still being looked into.
+    if (m_window->analyser()->isBusy()) {
+        connect(
+            m_window->analyser(), &StudioTakeAnalyser::idle, m_take.get(), [this] { finishTake(); },
+            Qt::QueuedConnection);
+    } else {
+        QMetaObject::invokeMethod(this, &StudioApplication::finishTake, Qt::QueuedConnection);
+    }
+}
+
+void StudioApplication::finishTake()
+{
     keepPictures();
-    // Later: the recorder is about to return.
-    QMetaObject::invokeMethod(this, &StudioApplication::startNextTake, Qt::QueuedConnection);
+    startNextTake();
 }
 
 void StudioApplication::keepPictures()

@@ -48,6 +48,7 @@ private:
     /** Records the next of the planned takes; ends the program when there is none. */
     void startNextTake();
     void endTake(const StudioTakeResult& result);
+    void finishTake();
     void leave(int status);
     /** A picture of the recorder and one of the window, when they are asked for. */
     void keepPictures();

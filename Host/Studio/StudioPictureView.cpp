@@ -47,7 +47,8 @@ void StudioPictureView::paintEvent(QPaintEvent*)
     if (picture.isNull()) {
         return;
     }
-    QRectF target(QPointF(), QSizeF(picture.size()).scaled(size(), Qt::KeepAspectRatio));
+    QRectF target(QPointF(),
+                  QSizeF(picture.size()).scaled(size() - QSize(2, 2), Qt::KeepAspectRatio));
     target.moveCenter(QRectF(rect()).center());
     StudioPaint::thumbnail(painter, target, picture, kRadius, isEnabled() ? 1.0 : 0.4);
 }

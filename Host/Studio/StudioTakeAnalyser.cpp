@@ -44,13 +44,29 @@ void StudioTakeAnalyser::analyse(const QString& path)
         return;
     }
     m_pending.insert(path);
-    m_pool.start([this, path] { work(path); });
+    start([this, path] { work(path); });
+}
+
+void StudioTakeAnalyser::start(const std::function<void()>& job)
+{
+    ++m_jobs;
+    m_pool.start([this, job] {
+        job();
+        post([this] { finishJob(); });
+    });
+}
+
+void StudioTakeAnalyser::finishJob()
+{
+    if (--m_jobs == 0) {
+        Q_EMIT idle();
+    }
 }
 
 void StudioTakeAnalyser::readPoster(const QString& path)
 {
     Q_ASSERT(QThread::currentThread() == thread());
-    m_pool.start([this, path] {
+    start([this, path] {
         const QImage poster = m_gate.pass() ? readPicture(path, 0, kPosterBound, m_gate) : QImage();
         post([this, path, poster] { Q_EMIT posterRead(path, poster); });
     });

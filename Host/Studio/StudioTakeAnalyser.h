@@ -26,7 +26,7 @@ public:
     void analyse(const QString& path);
     /** Reads the clip's first picture, large enough to be played upon. */
     void readPoster(const QString& path);
-    bool isBusy() const { return !m_pending.isEmpty(); }
+    bool isBusy() const { return m_jobs > 0; }
 
     /** Nothing new is begun until release(), and what runs stops at its next step: a recorder needs
      * the machine for itself. Never waits. */
@@ -43,14 +43,19 @@ Q_SIGNALS:
     void waveformRead(const QString& path, const StudioPeaks& peaks);
     /** Answers readPoster(); null when there is none. */
     void posterRead(const QString& path, const QImage& poster);
+    /** Everything that was asked for is done. */
+    void idle();
 
 private:
     /** On the worker. */
     void work(const QString& path);
     void workOnContent(const QString& path, const StudioMediaInfo& info);
     void post(const std::function<void()>& report);
+    void start(const std::function<void()>& job);
+    void finishJob();
 
     QThreadPool m_pool;
+    int m_jobs = 0;
     QSet<QString> m_pending;
     StudioWorkGate m_gate;
 };
