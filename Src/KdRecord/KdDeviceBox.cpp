@@ -26,10 +26,14 @@ void KdDeviceBox::fill(const QStringList& names, int row)
     retranslate();
 }
 
-void KdDeviceBox::select(int row)
+bool KdDeviceBox::choose(int row)
 {
+    if (row < 0 || row == m_pBox->currentIndex()) {
+        return false;
+    }
     const QSignalBlocker blocker(m_pBox);
     m_pBox->setCurrentIndex(row);
+    return true;
 }
 
 bool KdDeviceBox::hasDevice() const

@@ -26,8 +26,9 @@ public:
      * @param row to select
      */
     void fill(const QStringList& names, int row);
-    /** Selects a row without a signal. */
-    void select(int row);
+    /** Selects a row without a signal: whoever hears a list's signal must not destroy the list.
+     * @return whether another one was selected; false for a negative row. */
+    bool choose(int row);
 
     bool hasDevice() const;
     /** @return the selected row, -1 without a device. */

@@ -19,6 +19,7 @@
 #include <KdWidgets/KdPushButton.h>
 
 #include <QPointer>
+#include <QTimer>
 
 #include <utility>
 
@@ -35,10 +36,13 @@ KdWebcamRecordPanel::KdWebcamRecordPanel(QWidget* parent)
     , m_notices(this)
     , m_pShortcut(new KdShortcutWatch(this))
     , m_pTakeWatch(new KdTakeWatch([this] { return takeStatus(); }, this, kRecordTimeMs))
+    , m_pDeviceChangeTimer(makeTimer(QStringLiteral("KCameraCapture_DeviceChangeTimer"),
+                                     kDeviceChangeMs, &KdWebcamRecordPanel::lookForDeviceChange))
+    , m_pDeviceLostTimer(makeTimer(QStringLiteral("KCameraCapture_DeviceLostTimer"), kDeviceLostMs,
+                                   &KdWebcamRecordPanel::slotDeviceLostTimer))
     , m_localTime([] { return QDateTime::currentDateTime(); })
 {
     makeRecorder();
-    makeTimers();
     makeWidgets();
     TranslateText();
     showIdle();
@@ -82,15 +86,15 @@ void KdWebcamRecordPanel::makeRecorder()
     sendOrder(KdWebcamOrder::Init);
 }
 
-void KdWebcamRecordPanel::makeTimers()
+QTimer* KdWebcamRecordPanel::makeTimer(const QString& name, int milliseconds,
+                                       void (KdWebcamRecordPanel::*fired)())
 {
-    m_deviceChangeTimer.setSingleShot(true);
-    m_deviceChangeTimer.setInterval(kDeviceChangeMs);
-    connect(&m_deviceChangeTimer, &QTimer::timeout, this,
-            &KdWebcamRecordPanel::lookForDeviceChange);
-    m_deviceLostTimer.setSingleShot(true);
-    m_deviceLostTimer.setInterval(kDeviceLostMs);
-    connect(&m_deviceLostTimer, &QTimer::timeout, this, &KdWebcamRecordPanel::slotDeviceLostTimer);
+    auto* const timer = new QTimer(this);
+    timer->setObjectName(name);
+    timer->setSingleShot(true);
+    timer->setInterval(milliseconds);
+    connect(timer, &QTimer::timeout, this, fired);
+    return timer;
 }
 
 void KdWebcamRecordPanel::makeWidgets()

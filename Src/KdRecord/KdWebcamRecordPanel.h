@@ -10,12 +10,12 @@
 #include <QDateTime>
 #include <QSize>
 #include <QString>
-#include <QTimer>
 
 #include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class KdDeviceBox;
 class KdOverlayPlace;
@@ -24,6 +24,7 @@ class KdTakeWatch;
 class KdWebCamDisplayLabel;
 class KdWebcamRecordPanelUi;
 class KdWebcamRecorderHelper;
+class QTimer;
 
 /**
  * The webcam panel: shows the camera's picture, lets the user choose camera, microphone, size, rate
@@ -37,6 +38,8 @@ class KdWebcamRecorderHelper;
  * GUI thread, save slotWebcamFrameChanged(). The panel shows modal messages, which run nested event
  * loops; it may be destroyed at any time, from inside its own signals and messages too, with frames
  * and device events on their way. That stops the preview, ends a running take and deletes its file.
+ * One exception is made by Qt: the slots of signals that come from the user's choice in a list (an
+ * order, sigSetCurrent...()) must use deleteLater().
  */
 class KdWebcamRecordPanel : public KdWidget
 {
@@ -121,7 +124,7 @@ private Q_SLOTS:
 
 private:
     void makeRecorder();
-    void makeTimers();
+    QTimer* makeTimer(const QString& name, int milliseconds, void (KdWebcamRecordPanel::*fired)());
     void makeWidgets();
     void connectTakeControls();
     void connectChoices();
@@ -147,15 +150,14 @@ private:
     void audioDeviceChanged();
     void resolutionSwitched();
     void keepFormerCamera();
-    void noteLoss(bool& isLost, const char* message);
+    void noteLoss(std::optional<QString>& lost, const QString& name, const char* message);
     void noteDeviceChange();
     void startDeviceChangeTimer();
     void takeUpDeviceChange();
     void lookForDeviceChange();
     void lostInTake();
     void leaveAbortedCountdown();
-    void reportLoss(bool isWebcamLost, bool isAudioLost);
-    void forgetLostDevices();
+    void leaveLostDevices();
 
     // Takes
     bool isTakeRunning() const;
@@ -200,11 +202,12 @@ private:
     KdTakeWatch* m_pTakeWatch;
     KdOverlayPlace* m_pCountdownPlace = nullptr;
 
-    QTimer m_deviceChangeTimer;
-    QTimer m_deviceLostTimer;
+    QTimer* m_pDeviceChangeTimer;
+    QTimer* m_pDeviceLostTimer;
     bool m_bDeviceChangePending = false;
-    bool m_bWebcamLost = false;
-    bool m_bAudioLost = false;
+    /** The names of devices whose loss is still to be reported. */
+    std::optional<QString> m_lostWebcam;
+    std::optional<QString> m_lostAudio;
     /** How often the panel was aborted: whoever comes back from a message finds out. */
     int m_nAborts = 0;
 

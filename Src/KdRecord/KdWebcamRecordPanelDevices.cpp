@@ -1,24 +1,20 @@
-// The panel's devices and formats: the lists, what the user chooses, what comes and goes.
+// Devices that come and go while the panel is open.
 
 #include <KdRecord/KdWebcamRecordPanel.h>
 
 #include <KdCore/KdBaseLog.h>
-#include <KdRecord/KRecordSettingParam.h>
 #include <KdRecord/KdCountCtrlVideo.h>
 #include <KdRecord/KdDeviceBox.h>
-#include <KdRecord/KdDeviceChoice.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
-#include <KdRecord/KdWebcamFormatChoice.h>
 #include <KdRecord/KdWebcamRecordPanelUi.h>
 #include <KdRecord/KdWebcamRecorderCodes.h>
 #include <KdRecord/KdWebcamRecorderHelper.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
 #include <KdWidgets/KdComboBox.h>
-#include <KdWidgets/KdText.h>
 #include <KdWidgets/KdToolButton.h>
 
 #include <QPointer>
-#include <QSignalBlocker>
+#include <QTimer>
 
 using namespace KdVBLMODEL;
 
@@ -30,263 +26,7 @@ void logInfo(const char* function, const char* message, int line = __builtin_LIN
                      message);
 }
 
-void logCount(const char* function, const char* format, int count, int line = __builtin_LINE())
-{
-    KdBaseLog::write(KdBaseLog::Info, {"Src/KdRecord/KdWebcamRecordPanel", function, line}, format,
-                     count);
-}
-
-/** Fills a list of formats without a signal of its. */
-void fillFormats(KdComboBox* box, const QStringList& texts, int row)
-{
-    const QSignalBlocker blocker(box);
-    box->clear();
-    box->addItems(texts);
-    if (row >= 0) {
-        box->setCurrentIndex(row);
-    }
-}
-
-/** @return the row of a device, as the adapter tells two apart; -1 without one. */
-int rowOf(const QList<_KdCaptureDevInf>& devices, const _KdCaptureDevInf& device)
-{
-    for (int row = 0; row < devices.size(); ++row) {
-        if (devices.at(row).id == device.id && devices.at(row).name == device.name) {
-            return row;
-        }
-    }
-    return -1;
-}
-
 } // namespace
-
-// Lists
-
-void KdWebcamRecordPanel::InitUI()
-{
-    logInfo("KdWebcamRecordPanel::InitUI", "InitUI BEGIN");
-    m_pUi->display->stopRender();
-    const QPointer<KdWebcamRecordPanel> self(this);
-    if (!sendOrder(KdWebcamOrder::StopPreview)) {
-        return;
-    }
-    loadWebcamDeviceItems();
-    if (!self) {
-        return;
-    }
-    enableStart();
-    reloadFormats();
-    loadAudioDeviceItems();
-    if (self) {
-        showDeviceTips();
-        logInfo("KdWebcamRecordPanel::InitUI", "InitUI END");
-    }
-}
-
-bool KdWebcamRecordPanel::loadWebcamDeviceItems()
-{
-    const char* const function = "KdWebcamRecordPanel::loadWebcamDeviceItems";
-    const QStringList names = KdDeviceBox::names(m_pRecorder->getWebcamDevices());
-    logCount(function, "Camera devices count: %d", names.size());
-    const QString stored = KRecordSettingParam::instance()->data().selectedCameraDeviceName;
-    m_pCameras->fill(names, KdDeviceChoice::rowToSelect(names, QString(), stored));
-    showStatus();
-    if (!m_pCameras->hasDevice()) {
-        return false;
-    }
-    logInfo(function, "Switch camera BEGIN");
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentWebCamDevice(m_pCameras->currentRow());
-    if (!self) {
-        return false;
-    }
-    m_pUi->display->startRenderDelay();
-    logInfo(function, "Switch camera END");
-    return true;
-}
-
-bool KdWebcamRecordPanel::loadAudioDeviceItems()
-{
-    const QStringList names = KdDeviceBox::names(m_pRecorder->getAudioDevices());
-    logCount("KdWebcamRecordPanel::loadAudioDeviceItems", "Audio devices count: %d", names.size());
-    const QString stored = KRecordSettingParam::instance()->data().selectedAudioDeviceName;
-    m_pMicrophones->fill(names, KdDeviceChoice::rowToSelect(names, QString(), stored));
-    if (!m_pMicrophones->hasDevice()) {
-        return false;
-    }
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentAudioDevice(m_pMicrophones->currentRow());
-    return self;
-}
-
-void KdWebcamRecordPanel::reloadFormats()
-{
-    if (!m_pCameras->hasDevice()) {
-        fillFormats(m_pUi->resolution, {}, -1);
-        fillFormats(m_pUi->frameRate, {}, -1);
-        return;
-    }
-    reloadResolutions();
-    const double stored = KRecordSettingParam::instance()->data().frameRate;
-    reloadFrameRates(KdWebcamFormatChoice::chosenRate(stored, m_pRecorder->getCurrentFrameRate()));
-    applyChosenRate();
-}
-
-void KdWebcamRecordPanel::reloadResolutions()
-{
-    QList<QSize> sizes;
-    m_pRecorder->getValidResolutions(sizes);
-    const KRecordSettingData stored = KRecordSettingParam::instance()->data();
-    const QSize size = KdWebcamFormatChoice::chosenSize({stored.cameraWidth, stored.cameraHeight},
-                                                        sizes, m_pRecorder->getCurrentResolution());
-    if (!size.isEmpty()) {
-        m_pRecorder->slotSetCurrentResolution(size);
-    }
-    QStringList texts;
-    for (const QSize& offered : qAsConst(sizes)) {
-        texts.append(KdWebcamFormatChoice::sizeText(offered));
-    }
-    fillFormats(m_pUi->resolution, texts, sizes.indexOf(size));
-}
-
-void KdWebcamRecordPanel::reloadFrameRates(double rate)
-{
-    QList<double> rates;
-    m_pRecorder->getValidFrameRates(rates);
-    QStringList texts;
-    for (const double offered : qAsConst(rates)) {
-        texts.append(KdWebcamFormatChoice::rateText(offered));
-    }
-    fillFormats(m_pUi->frameRate, texts, KdWebcamFormatChoice::rateRow(rates, rate));
-}
-
-// The recorder starts a size at its first rate, while the list shows the user's choice.
-void KdWebcamRecordPanel::applyChosenRate()
-{
-    QList<double> rates;
-    m_pRecorder->getValidFrameRates(rates);
-    const double shown = rates.value(m_pUi->frameRate->currentIndex());
-    if (shown > 0.0 && !qFuzzyCompare(shown, m_pRecorder->getCurrentFrameRate())) {
-        m_pRecorder->slotSetCurrentFrameRate(shown);
-    }
-}
-
-void KdWebcamRecordPanel::showDeviceTips()
-{
-    m_pUi->camera->setToolTip(KdText::toolTip(m_pCameras->currentText()));
-    m_pUi->microphone->setToolTip(KdText::toolTip(m_pMicrophones->currentText()));
-}
-
-void KdWebcamRecordPanel::enableStart()
-{
-    // A take can be stopped whatever has become of the camera.
-    m_pUi->startStop->setEnabled(m_pCameras->hasDevice() || m_pUi->startStop->isChecked());
-}
-
-void KdWebcamRecordPanel::showStatus()
-{
-    const bool hasCamera = m_pCameras->hasDevice();
-    const bool isRecording = isTakeRunning();
-    m_pUi->setHintVisible(!hasCamera);
-    m_pUi->showStatus(!hasCamera    ? tr("No Device")
-                      : isRecording ? tr("Recording")
-                                    : tr("Live Record"),
-                      hasCamera && isRecording);
-}
-
-// The user's choices
-
-void KdWebcamRecordPanel::slotOnVideoDeviceChanged(int index)
-{
-    m_pUi->display->stopRender();
-    if (!sendOrder(KdWebcamOrder::StopPreview) || !m_pCameras->hasDevice()) {
-        return;
-    }
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentWebCamDevice(index);
-    if (!self) {
-        return;
-    }
-    giveOptions();
-    keepFormerCamera();
-}
-
-void KdWebcamRecordPanel::giveOptions()
-{
-    m_pRecorder->setRecordFlip(m_pUi->display->isFlipped());
-    m_pRecorder->setRecordDisplayShape(m_pUi->display->shape());
-    m_pRecorder->setAIEffectType(m_pUi->display->backgroundMode());
-}
-
-// A camera that the engine refuses leaves the former one current: show that one, and its picture.
-void KdWebcamRecordPanel::keepFormerCamera()
-{
-    const int current =
-        rowOf(m_pRecorder->getWebcamDevices(), m_pRecorder->getCurrentWebCamDeviceInfo());
-    if (current < 0 || current == m_pCameras->currentRow()) {
-        return;
-    }
-    m_pCameras->select(current);
-    showDeviceTips();
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentWebCamDevice(current);
-    if (self) {
-        giveOptions();
-    }
-}
-
-void KdWebcamRecordPanel::slotOnAudioDeviceChanged(int index)
-{
-    if (m_pMicrophones->hasDevice()) {
-        const QPointer<KdWebcamRecordPanel> self(this);
-        Q_EMIT sigSetCurrentAudioDevice(index);
-        if (!self) {
-            return;
-        }
-        const int current =
-            rowOf(m_pRecorder->getAudioDevices(), m_pRecorder->getCurrentAudioDeviceInfo());
-        m_pMicrophones->select(current >= 0 ? current : index);
-    }
-    showDeviceTips();
-}
-
-void KdWebcamRecordPanel::slotOnResoutionChanged(int index)
-{
-    QList<QSize> sizes;
-    m_pRecorder->getValidResolutions(sizes);
-    if (index < 0 || index >= sizes.size()) {
-        return;
-    }
-    m_pUi->display->stopRender();
-    logInfo("KdWebcamRecordPanel::slotOnResoutionChanged", "switch resoution");
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentResolution(sizes.at(index));
-    if (self) {
-        logInfo("KdWebcamRecordPanel::slotOnResoutionChanged", "switch resoution updateUI");
-    }
-}
-
-void KdWebcamRecordPanel::slotOnFrameRateChanged(int index)
-{
-    QList<double> rates;
-    m_pRecorder->getValidFrameRates(rates);
-    if (index >= 0 && index < rates.size()) {
-        Q_EMIT sigSetCurrentFrameRate(rates.at(index));
-    }
-}
-
-void KdWebcamRecordPanel::slotWebcamFrameChanged(int width, int height, uint8_t* bits)
-{
-    if (KdWebCamDisplayLabel* const display = m_pDisplay) {
-        display->WebcamFrameChanged(width, height, bits);
-    }
-}
-
-void KdWebcamRecordPanel::slotOnVoiceVulomeChanged(int volume)
-{
-    constexpr double kGain = 3.0;
-    m_pUi->meter->setVolume(m_bAudioLost ? 0.0 : volume * kGain);
-}
 
 // What the recorder reports
 
@@ -304,10 +44,12 @@ void KdWebcamRecordPanel::slotRecorderResponeType(int response)
         webcamSwitched();
         break;
     case KdWebcamResponse::WebcamGone:
-        noteLoss(m_bWebcamLost, "WebcamDevice DeviceLostTimer Started");
+        noteLoss(m_lostWebcam, m_pRecorder->getCurrentWebCamDeviceInfo().name,
+                 "WebcamDevice DeviceLostTimer Started");
         break;
     case KdWebcamResponse::AudioInputGone:
-        noteLoss(m_bAudioLost, "AudioDeviceLost DeviceLostTimer Started");
+        noteLoss(m_lostAudio, m_pRecorder->getCurrentAudioDeviceInfo().name,
+                 "AudioDeviceLost DeviceLostTimer Started");
         break;
     case KdWebcamResponse::WebcamListChanged:
     case KdWebcamResponse::AudioInputListChanged:
@@ -353,8 +95,10 @@ void KdWebcamRecordPanel::webcamDeviceChanged()
         return;
     }
     const QString former = m_pCameras->currentText();
-    if (loadWebcamDeviceItems()) {
-        m_pUi->camera->setCurrentText(former);
+    const QPointer<KdWebcamRecordPanel> self(this);
+    const int row = loadWebcamDeviceItems() ? m_pUi->camera->findText(former) : -1;
+    if (self && m_pCameras->choose(row)) {
+        slotOnVideoDeviceChanged(row);
     }
 }
 
@@ -366,8 +110,10 @@ void KdWebcamRecordPanel::audioDeviceChanged()
         return;
     }
     const QString former = m_pMicrophones->currentText();
-    if (loadAudioDeviceItems()) {
-        m_pUi->microphone->setCurrentText(former);
+    const QPointer<KdWebcamRecordPanel> self(this);
+    const int row = loadAudioDeviceItems() ? m_pUi->microphone->findText(former) : -1;
+    if (self && m_pMicrophones->choose(row)) {
+        slotOnAudioDeviceChanged(row);
     }
 }
 
@@ -375,7 +121,7 @@ void KdWebcamRecordPanel::audioDeviceChanged()
 
 void KdWebcamRecordPanel::noteDeviceChange()
 {
-    if (m_pUi->startStop->isChecked() || m_deviceChangeTimer.isActive()) {
+    if (m_pUi->startStop->isChecked() || m_pDeviceChangeTimer->isActive()) {
         m_bDeviceChangePending = true;
     } else {
         startDeviceChangeTimer();
@@ -385,12 +131,12 @@ void KdWebcamRecordPanel::noteDeviceChange()
 void KdWebcamRecordPanel::startDeviceChangeTimer()
 {
     logInfo("KdWebcamRecordPanel::startDeviceChangeTimer", "DeviceChangeTimer Started");
-    m_deviceChangeTimer.start();
+    m_pDeviceChangeTimer->start();
 }
 
 void KdWebcamRecordPanel::takeUpDeviceChange()
 {
-    if (m_bDeviceChangePending && !m_deviceChangeTimer.isActive()) {
+    if (m_bDeviceChangePending && !m_pDeviceChangeTimer->isActive()) {
         startDeviceChangeTimer();
         m_bDeviceChangePending = false;
     }
@@ -407,7 +153,7 @@ void KdWebcamRecordPanel::lookForDeviceChange()
 // The device whose loss ended the countdown is there again, and no one else would end the start.
 void KdWebcamRecordPanel::leaveAbortedCountdown()
 {
-    const bool isLossReported = m_deviceLostTimer.isActive() || m_notices.isAsking();
+    const bool isLossReported = m_pDeviceLostTimer->isActive() || m_notices.isAsking();
     const bool isOver = !m_pUi->countdown->isActive() && !isTakeRunning();
     if (m_pUi->startStop->isChecked() && isOver && !isLossReported) {
         m_pUi->startStop->setChecked(false);
@@ -422,17 +168,18 @@ void KdWebcamRecordPanel::lostInTake()
 {
     abortCountdown();
     m_pUi->display->stopRender();
-    if (!m_deviceChangeTimer.isActive()) {
+    if (!m_pDeviceChangeTimer->isActive()) {
         startDeviceChangeTimer();
     }
 }
 
-void KdWebcamRecordPanel::noteLoss(bool& isLost, const char* message)
+void KdWebcamRecordPanel::noteLoss(std::optional<QString>& lost, const QString& name,
+                                   const char* message)
 {
-    isLost = true;
-    if (!m_deviceLostTimer.isActive()) {
+    lost = name;
+    if (!m_pDeviceLostTimer->isActive()) {
         logInfo("KdWebcamRecordPanel::slotRecorderResponeType", message);
-        m_deviceLostTimer.start();
+        m_pDeviceLostTimer->start();
     }
 }
 
@@ -440,10 +187,10 @@ void KdWebcamRecordPanel::slotDeviceLostTimer()
 {
     if (m_notices.isAsking()) {
         // One message at a time; this one waits for its turn.
-        m_deviceLostTimer.start();
+        m_pDeviceLostTimer->start();
         return;
     }
-    m_deviceLostTimer.stop();
+    m_pDeviceLostTimer->stop();
     m_pUi->display->stopRender();
     if (abortCountdown()) {
         // No take may begin behind the message.
@@ -451,45 +198,35 @@ void KdWebcamRecordPanel::slotDeviceLostTimer()
         takeUpDeviceChange();
         showIdle();
     }
+    const auto webcam = m_lostWebcam;
+    const auto audio = m_lostAudio;
     const QPointer<KdWebcamRecordPanel> self(this);
     const int aborts = m_nAborts;
-    const bool isWebcamLost = m_bWebcamLost;
-    const bool isAudioLost = m_bAudioLost;
-    if (!sendOrder(KdWebcamOrder::StopEverything)) {
+    if (!sendOrder(KdWebcamOrder::StopEverything) || aborts != m_nAborts) {
         return;
     }
-    reportLoss(isWebcamLost, isAudioLost);
+    m_notices.tellDevicesLost(webcam, audio);
     if (!self || aborts != m_nAborts) {
         return;
     }
     // What goes while the message is open has a report of its own.
-    m_bWebcamLost = m_bWebcamLost && !isWebcamLost;
-    m_bAudioLost = m_bAudioLost && !isAudioLost;
+    m_lostWebcam = webcam ? std::nullopt : m_lostWebcam;
+    m_lostAudio = audio ? std::nullopt : m_lostAudio;
+    leaveLostDevices();
 }
 
-void KdWebcamRecordPanel::reportLoss(bool isWebcamLost, bool isAudioLost)
+void KdWebcamRecordPanel::leaveLostDevices()
 {
-    using Name = std::optional<QString>;
+    logInfo("KdWebcamRecordPanel::slotDeviceLostTimer", "Camera device lost");
     const QPointer<KdWebcamRecordPanel> self(this);
     const int aborts = m_nAborts;
-    m_notices.tellDevicesLost(
-        isWebcamLost ? Name(m_pRecorder->getCurrentWebCamDeviceInfo().name) : Name(),
-        isAudioLost ? Name(m_pRecorder->getCurrentAudioDeviceInfo().name) : Name());
-    if (!self || aborts != m_nAborts) {
-        return;
-    }
-    logInfo("KdWebcamRecordPanel::slotDeviceLostTimer", "Camera device lost");
     InitUI();
     if (self && m_pUi->startStop->isChecked()) {
         leaveTake();
     }
-    if (self && aborts == m_nAborts) {
-        forgetLostDevices();
+    if (!self || aborts != m_nAborts) {
+        return;
     }
-}
-
-void KdWebcamRecordPanel::forgetLostDevices()
-{
     update();
     enableStart();
     if (!m_pCameras->hasDevice()) {

@@ -27,6 +27,7 @@
 
 #include <QFile>
 #include <QPointer>
+#include <QTimer>
 
 #include <utility>
 
@@ -323,9 +324,11 @@ void KdWebcamRecordPanel::dropTimeOfFormerTake()
 
 // The end of a take
 
+/** @return whether the panel still exists, and was not aborted meanwhile. */
 bool KdWebcamRecordPanel::endTake()
 {
-    if (!sendOrder(KdWebcamOrder::StopTake)) {
+    const int aborts = m_nAborts;
+    if (!sendOrder(KdWebcamOrder::StopTake) || aborts != m_nAborts) {
         return false;
     }
     takeUpDeviceChange();
@@ -377,11 +380,11 @@ void KdWebcamRecordPanel::slotOnOkButtonClicked()
 void KdWebcamRecordPanel::AbordRecorder()
 {
     ++m_nAborts;
-    m_deviceChangeTimer.stop();
-    m_deviceLostTimer.stop();
+    m_pDeviceChangeTimer->stop();
+    m_pDeviceLostTimer->stop();
     m_bDeviceChangePending = false;
-    m_bWebcamLost = false;
-    m_bAudioLost = false;
+    m_lostWebcam.reset();
+    m_lostAudio.reset();
     const bool isTake = !abortCountdown() && m_pUi->startStop->isChecked();
     m_pUi->startStop->setChecked(false);
     if (isTake) {
@@ -398,12 +401,14 @@ void KdWebcamRecordPanel::AbordRecorder()
 void KdWebcamRecordPanel::takeEndedByItself()
 {
     // An open message is answered first, and a device that may be lost has a report of its own.
-    const bool isLossAwaited = m_deviceChangeTimer.isActive() || m_deviceLostTimer.isActive();
+    const bool isLossAwaited = m_pDeviceChangeTimer->isActive() || m_pDeviceLostTimer->isActive();
     if (!isTakeRunning() || m_notices.isAsking() || isLossAwaited) {
         return;
     }
     const QString path = m_strOutputFile;
-    const bool isDiskFull = status() == fcsEnded;
+    // A camera that falls silent ends a take in the same way.
+    const bool isDiskFull = status() == fcsEnded &&
+                            m_folderCheck.examine(captureFolder()) == KdOutputFolderCheck::LowSpace;
     const QPointer<KdWebcamRecordPanel> self(this);
     leaveTake();
     // Without a file the stop has said so already.

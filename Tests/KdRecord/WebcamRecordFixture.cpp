@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QSignalSpy>
+#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace KdVBLMODEL;
@@ -206,8 +208,27 @@ int WebcamRecordFixture::orders(int number) const
     return signalTexts.count(QStringLiteral("order %1").arg(number));
 }
 
-void WebcamRecordFixture::waitForLooks(int count)
+bool WebcamRecordFixture::isRunning(const char* timer) const
 {
-    DialogDriver::waitUntil([this, count] { return orders(KdWebcamOrder::CheckDevices) >= count; },
-                            QStringLiteral("the look at the devices"));
+    return panel->findChild<QTimer*>(QLatin1String(timer))->isActive();
+}
+
+void WebcamRecordFixture::fire(const char* timer)
+{
+    auto* const running = panel->findChild<QTimer*>(QLatin1String(timer));
+    QVERIFY2(running->isActive(), timer);
+    const int interval = running->interval();
+    QSignalSpy fired(running, &QTimer::timeout);
+    running->start(0);
+    // More than once where it was put off.
+    QTRY_VERIFY(fired.count() > 0);
+    if (panel) {
+        running->setInterval(interval);
+    }
+}
+
+void WebcamRecordFixture::lookAtDevices(int status)
+{
+    deliverDevice(status);
+    fire(kDeviceChangeTimer);
 }

@@ -61,8 +61,13 @@ protected:
     void reachState(const QString& state);
     /** The engine reports a device event, and the panel has heard of it. */
     void deliverDevice(int status);
-    /** Waits until so many looks at the devices were ordered. */
-    void waitForLooks(int count);
+    static constexpr const char* kDeviceChangeTimer = "KCameraCapture_DeviceChangeTimer";
+    static constexpr const char* kDeviceLostTimer = "KCameraCapture_DeviceLostTimer";
+    bool isRunning(const char* timer) const;
+    /** Lets the time of a timer that runs pass at once, and waits for what it does. */
+    void fire(const char* timer);
+    /** The devices went or came, and the panel has looked at them. */
+    void lookAtDevices(int status);
     int orders(int number) const;
 
     QPointer<KdWebcamRecordPanel> panel;

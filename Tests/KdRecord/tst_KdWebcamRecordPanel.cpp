@@ -347,23 +347,28 @@ void tst_KdWebcamRecordPanel::levelIsShownThreefold()
 void tst_KdWebcamRecordPanel::takeThatTheEngineEndedIsHandedOver_data()
 {
     QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("messages");
-    QTest::newRow("disk full") << int(fcsEnded) << QStringLiteral("disk");
-    QTest::newRow("otherwise") << int(fcsNoStart) << QString::fromLatin1(kDeviceIssue);
+    QTest::addColumn<int>("freeMegabytes");
+    QTest::addColumn<QString>("message");
+    const QString device = QString::fromLatin1(kDeviceIssue);
+    QTest::newRow("disk full") << int(fcsEnded) << 0 << QStringLiteral("the disk is full");
+    QTest::newRow("silent camera") << int(fcsEnded) << 9000 << device;
+    QTest::newRow("otherwise") << int(fcsNoStart) << 0 << device;
 }
 
 void tst_KdWebcamRecordPanel::takeThatTheEngineEndedIsHandedOver()
 {
     QFETCH(int, status);
-    QFETCH(QString, messages);
+    QFETCH(int, freeMegabytes);
+    QFETCH(QString, message);
     showPanel();
     const QString path = startTake();
     passTime(5000);
+    panel->setFolderCheck(withFreeSpace(freeMegabytes));
     answers->answerMessage(QDialogButtonBox::Ok);
     engine->script().status = [status](int) { return status; };
     QTRY_COMPARE(finishedPath, path);
     QTRY_COMPARE(answers->messages().size(), 1);
-    QVERIFY2(answers->messages().first().contains(messages),
+    QVERIFY2(answers->messages().first().contains(message),
              qPrintable(answers->messages().first()));
     QVERIFY(!button(kStart)->isChecked());
     QVERIFY(!isLocked());

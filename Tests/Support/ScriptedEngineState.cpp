@@ -37,12 +37,13 @@ void ScriptedEngineState::keep(std::shared_ptr<ScriptedRecorder> recorder)
     m_recorders.push_back(std::move(recorder));
 }
 
-std::vector<std::shared_ptr<ScriptedRecorder>> ScriptedEngineState::liveRecorders() const
+std::vector<std::shared_ptr<ScriptedRecorder>> ScriptedEngineState::observedRecorders() const
 {
     const std::lock_guard<std::mutex> lock(mutex);
     std::vector<std::shared_ptr<ScriptedRecorder>> live;
     for (const auto& recorder : m_recorders) {
-        if (!recorder->isReleased()) {
+        // One that was left behind has nobody to call.
+        if (!recorder->isReleased() && recorder->observerCount() > 0) {
             live.push_back(recorder);
         }
     }
@@ -70,7 +71,7 @@ void ScriptedEngineState::enter(ScriptedCall call)
 int ScriptedEngineState::deliverHere(Kind kind, const std::function<void(Observer&)>& call)
 {
     int called = 0;
-    for (const auto& recorder : liveRecorders()) {
+    for (const auto& recorder : observedRecorders()) {
         called += recorder->deliver(kind, call);
     }
     return called;

@@ -32,7 +32,7 @@ public:
 
     int nextRecorderNumber() { return ++created; }
     void keep(std::shared_ptr<ScriptedRecorder> recorder);
-    std::vector<std::shared_ptr<ScriptedRecorder>> liveRecorders() const;
+    std::vector<std::shared_ptr<ScriptedRecorder>> observedRecorders() const;
     std::shared_ptr<ScriptedRecorder> lastRecorder() const;
 
     /** Records the call and runs what the test wants to happen during it. */

@@ -170,6 +170,10 @@ void ScriptedWebcamRecorder::removeEventObserver(IKdRecorderEventObserver* obser
 {
     enter("removeEventObserver", observer);
     m_observers.remove(observer);
+    if (observerCount() == 0) {
+        setPreviewing(false);
+        endTake();
+    }
 }
 
 void ScriptedWebcamRecorder::release()
