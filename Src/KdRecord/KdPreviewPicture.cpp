@@ -59,14 +59,15 @@ class Circle
 {
 public:
     Circle(const QSize& frame, const Axis& columns, const Axis& rows)
-        : m_columns(columns)
-        , m_rows(rows)
-        , m_radius(std::min(frame.width(), frame.height()) / 2)
-        , m_straight((std::min(frame.width(), frame.height()) % 2) / 2.0)
-        , m_middle((frame.width() - diameter()) / 2 + diameter() / 2.0,
-                   (frame.height() - diameter()) / 2 + diameter() / 2.0)
-        , m_softness(columns.perPixel / 2)
+        : m_columns(columns), m_rows(rows), m_softness(columns.perPixel / 2)
     {
+        const int diameter = std::min(frame.width(), frame.height());
+        const int radius = diameter / 2;
+        const int left = (frame.width() - diameter) / 2;
+        const int top = (frame.height() - diameter) / 2;
+        m_radius = radius;
+        m_straight = diameter / 2.0 - radius;
+        m_middle = QPointF(left + diameter / 2.0, top + diameter / 2.0);
     }
 
     Span span(int row, int width) const
@@ -93,8 +94,6 @@ public:
     }
 
 private:
-    int diameter() const { return int(m_radius * 2 + m_straight * 2); }
-
     /** @return 0 as well when the row passes the circle by. */
     double halfWidth(double beside, double radius) const
     {
@@ -109,10 +108,10 @@ private:
 
     Axis m_columns;
     Axis m_rows;
-    double m_radius;
-    double m_straight; ///< half of the straight piece
-    QPointF m_middle;
     double m_softness; ///< half a pixel of the picture
+    double m_radius = 0;
+    double m_straight = 0; ///< half of the straight piece
+    QPointF m_middle;
 };
 
 /** Draws the pixels of one picture. */
