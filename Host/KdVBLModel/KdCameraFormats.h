@@ -9,7 +9,7 @@
 #include <optional>
 
 /** One way in which a camera gives its picture. */
-struct KdCameraMode
+struct KDVBLMODEL_EXPORT KdCameraMode
 {
     QSize size;
     int rateNumerator = 0; ///< 0: the camera does not say; it gives what it likes

@@ -206,6 +206,9 @@ bool KdPictureConverter::Private::anyToArgb(Frame* from, uchar* argb, int stride
     if (!anything) {
         gst_video_info_set_format(&convertedInfo, GST_VIDEO_FORMAT_BGRx,
                                   static_cast<guint>(width()), static_cast<guint>(height()));
+        convertedInfo.fps_n = info.fps_n; // it does not convert rates, and insists on equal ones
+        convertedInfo.fps_d = info.fps_d;
+        convertedInfo.interlace_mode = info.interlace_mode;
         anything = gst_video_converter_new(&info, &convertedInfo, nullptr);
         converted.reset(
             gst_buffer_new_allocate(nullptr, GST_VIDEO_INFO_SIZE(&convertedInfo), nullptr));
@@ -227,7 +230,8 @@ KdPictureConverter::~KdPictureConverter() = default;
 bool KdPictureConverter::setFormat(const GstCaps* caps)
 {
     d->forget();
-    d->isKnown = caps && gst_caps_is_fixed(caps) && gst_video_info_from_caps(&d->info, caps);
+    d->isKnown = caps && gst_caps_is_fixed(caps) && gst_video_info_from_caps(&d->info, caps) &&
+                 GST_VIDEO_INFO_FORMAT(&d->info) != GST_VIDEO_FORMAT_ENCODED;
     if (!d->isKnown) {
         return false;
     }
