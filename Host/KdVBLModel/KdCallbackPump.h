@@ -34,6 +34,7 @@ public:
     void addObserver(KdVBLMODEL::IKdRecorderEventObserver* observer);
     /** A barrier: afterwards no call on the observer runs on another thread or starts. */
     void removeObserver(KdVBLMODEL::IKdRecorderEventObserver* observer);
+    bool hasObservers() const { return !m_observers.isEmpty(); }
     void removeAllObservers() { m_observers.clear(); }
 
     void setSwitch(Switch kind, bool on);

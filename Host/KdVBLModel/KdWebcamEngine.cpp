@@ -17,7 +17,6 @@ namespace {
 constexpr auto kStartPatience = 250ms * KD_BUILD_SLOWDOWN;
 constexpr auto kUndoPatience = 40ms;
 constexpr auto kStopPatience = 1950ms * KD_BUILD_SLOWDOWN;
-constexpr auto kShutDownPatience = 2000ms * KD_BUILD_SLOWDOWN;
 constexpr auto kCheckInterval = 250ms;
 
 constexpr int kShortestIntervalMs = 10;
@@ -52,18 +51,20 @@ bool hasRate(const KdCameraFormats& formats, QSize size, double wanted)
 
 } // namespace
 
-std::shared_ptr<KdWebcamEngine> KdWebcamEngine::create()
+std::shared_ptr<KdWebcamEngine> KdWebcamEngine::create(const Legacy& former)
 {
-    std::shared_ptr<KdWebcamEngine> engine(new KdWebcamEngine);
+    std::shared_ptr<KdWebcamEngine> engine(new KdWebcamEngine(former));
     KdDeviceRegistry::instance().addListener(engine.get());
     KdDeviceRegistry::instance().start(kdtWebcam);
     KdDeviceRegistry::instance().start(kdtMicrophone);
     return engine;
 }
 
-KdWebcamEngine::KdWebcamEngine()
+KdWebcamEngine::KdWebcamEngine(const Legacy& former)
     : m_frames([this](KdFramePump::Frame& frame) { show(frame); })
     , m_stage(m_frames)
+    , m_settings(former.settings)
+    , m_lastFile(former.lastFile)
     , m_camera({[this](const GstCaps* caps) { m_stage.setFormat(caps); },
                 [this](GstBuffer* picture, qint64 captureNs, const KdCaptureDevice& from) {
                     onPicture(picture, captureNs, from);
@@ -83,7 +84,7 @@ KdWebcamEngine::KdWebcamEngine()
 
 KdWebcamEngine::~KdWebcamEngine() = default;
 
-void KdWebcamEngine::shutDown()
+bool KdWebcamEngine::shutDown(std::chrono::milliseconds patience)
 {
     KdDeviceRegistry::instance().removeListener(this);
     setPreviewing(false);
@@ -93,10 +94,7 @@ void KdWebcamEngine::shutDown()
         engine.closeCamera();
         engine.closeMicrophone();
     });
-    if (!m_worker.finish(kShutDownPatience)) {
-        KdBaseLog::write(KdBaseLog::Error, source("KdWebcamEngine::shutDown"),
-                         "A server does not let go of its device; it is left behind.");
-    }
+    return m_worker.finish(patience);
 }
 
 // A file that is not there in time means no take. A camera that is not there in time is still
@@ -330,6 +328,12 @@ void KdWebcamEngine::onDevicesListed(_KdDevType kind)
     if ((kind == kdtWebcam ? m_cameras : m_microphones).complete()) {
         m_callbacks.postDevice(kind == kdtWebcam ? fcdWebcamListChanged : fcdAudioInputAdded, -1);
     }
+}
+
+KdWebcamEngine::Legacy KdWebcamEngine::legacy() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return {m_settings, m_lastFile};
 }
 
 KdWebcamEngine::Settings KdWebcamEngine::settings() const

@@ -7,6 +7,7 @@
 #include <KdVBLModel/KdPictureStage.h>
 #include <KdVBLModel/KdSerialThread.h>
 #include <KdVBLModel/KdSoundInput.h>
+#include <KdVBLModel/KdWebcamSettings.h>
 #include <KdVBLModel/KdWebcamTake.h>
 
 #include <condition_variable>
@@ -30,11 +31,20 @@ class KdWebcamEngine final : public IKdDeviceListener,
                              public std::enable_shared_from_this<KdWebcamEngine>
 {
 public:
-    static std::shared_ptr<KdWebcamEngine> create();
+    /** What an engine leaves to the one that takes its place. */
+    struct Legacy
+    {
+        KdWebcamSettings settings;
+        QString lastFile; ///< of the last take
+    };
+
+    static std::shared_ptr<KdWebcamEngine> create(const Legacy& former);
     ~KdWebcamEngine();
 
-    /** Ends the take and the preview, lets the devices go and calls nobody any more. */
-    void shutDown();
+    /** Ends the take and the preview, lets the devices go and calls nobody any more.
+     * @return false when a device does not let go in time; it is left behind. */
+    bool shutDown(std::chrono::milliseconds patience);
+    Legacy legacy() const;
 
     bool start();
     bool stop();
@@ -74,20 +84,7 @@ public:
     void onDevicesListed(KdVBLMODEL::_KdDevType kind) override;
 
 private:
-    struct Settings
-    {
-        KdCaptureDevice camera;
-        QSize size;
-        double frameRate = 0.0;
-        KdCaptureDevice microphone;
-        bool hasSound = false;
-        KdVBLMODEL::KdAudioFormat sound;
-        int intervalMs = 50;
-        QString outputFile;
-        KdVBLMODEL::_KdCaptureRecordShape shape = KdVBLMODEL::fcrsSquare;
-        bool isFlipped = false;
-        KdBackgroundEffect::Mode background = KdVBLMODEL::fcbmNone;
-    };
+    using Settings = KdWebcamSettings;
 
     /** The take that runs, or ran until its device or its disk failed. */
     struct RunningTake
@@ -111,7 +108,7 @@ private:
         qint64 sinceNs = 0;
     };
 
-    KdWebcamEngine();
+    explicit KdWebcamEngine(const Legacy& former);
 
     Settings settings() const;
     RunningTake running() const;

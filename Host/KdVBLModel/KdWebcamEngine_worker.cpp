@@ -263,24 +263,24 @@ void KdWebcamEngine::loseCamera()
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_isPreviewing = false;
     }
-    closeCamera();
-    closeMicrophone();
     if (isOccupied) {
         m_callbacks.postDevice(fcdWebcamOccupied, m_cameras.indexOf(device));
         endTakeOf(device, fcsEnded);
     } else {
         loseDevice(device);
     }
+    closeCamera();
+    closeMicrophone();
 }
 
 void KdWebcamEngine::loseMicrophone()
 {
-    const KdCaptureDevice device = m_microphone.device();
+    loseDevice(m_microphone.device());
     closeMicrophone();
-    loseDevice(device);
 }
 
-// That a device is gone is told when it has left the list: whoever is told looks there.
+// The file first: a server that hangs may not let go of its devices. That a device is gone is told
+// when it has left the list: whoever is told looks there.
 void KdWebcamEngine::loseDevice(const KdCaptureDevice& device)
 {
     endTakeOf(device, status());

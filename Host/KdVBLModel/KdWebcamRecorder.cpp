@@ -1,11 +1,16 @@
 #include <KdVBLModel/KdWebcamRecorder.h>
 
 #include <KdVBLModel/KdCaptureDeviceInfo.h>
-#include <KdVBLModel/KdWebcamEngine.h>
+
+#include <KdCore/KdBaseLog.h>
 
 using namespace KdVBLMODEL;
 
 namespace {
+
+constexpr std::chrono::milliseconds kShutDownPatience{2000 * KD_BUILD_SLOWDOWN};
+/** Within what an operation may take. */
+constexpr std::chrono::milliseconds kRestPatience{250 * KD_BUILD_SLOWDOWN};
 
 bool isCaptured(_KdDevType type)
 {
@@ -19,11 +24,45 @@ IKdWebcamRecorder* KdVBLMODEL::createWebcamRecorder()
     return new KdWebcamRecorder;
 }
 
-KdWebcamRecorder::KdWebcamRecorder() : m_engine(KdWebcamEngine::create()) {}
+KdWebcamRecorder::KdWebcamRecorder()
+{
+    engine(); // begins to list devices
+}
 
 KdWebcamRecorder::~KdWebcamRecorder()
 {
-    m_engine->shutDown();
+    if (m_engine && !m_engine->shutDown(kShutDownPatience)) {
+        KdBaseLog::write(KdBaseLog::Error,
+                         {"Host/KdVBLModel/KdWebcamRecorder", "KdWebcamRecorder::release"},
+                         "A server does not let go of its device; it is left behind.");
+    }
+}
+
+KdWebcamEngine& KdWebcamRecorder::engine()
+{
+    if (!m_engine) {
+        m_engine = KdWebcamEngine::create(m_legacy);
+        for (const auto kind : {KdCallbackPump::DeviceSwitch, KdCallbackPump::TimeSwitch,
+                                KdCallbackPump::LevelSwitch}) {
+            m_engine->setSwitch(kind, m_switches[kind]);
+        }
+    }
+    return *m_engine;
+}
+
+void KdWebcamRecorder::rest()
+{
+    if (!m_engine->callbacks().hasObservers() && m_engine->status() == fcsNoStart) {
+        m_legacy = m_engine->legacy();
+        m_engine->shutDown(kRestPatience);
+        m_engine.reset();
+    }
+}
+
+void KdWebcamRecorder::setSwitch(KdCallbackPump::Switch kind, bool on)
+{
+    m_switches[kind] = on;
+    engine().setSwitch(kind, on);
 }
 
 void KdWebcamRecorder::release()
@@ -33,39 +72,39 @@ void KdWebcamRecorder::release()
 
 bool KdWebcamRecorder::start()
 {
-    return m_engine->start();
+    return engine().start();
 }
 
 bool KdWebcamRecorder::pause()
 {
-    return m_engine->pause();
+    return engine().pause();
 }
 
 bool KdWebcamRecorder::resume()
 {
-    return m_engine->resume();
+    return engine().resume();
 }
 
 bool KdWebcamRecorder::stop()
 {
-    return m_engine->stop();
+    return engine().stop();
 }
 
 bool KdWebcamRecorder::setResolution(QSize resolution)
 {
-    return m_engine->setResolution(resolution);
+    return engine().setResolution(resolution);
 }
 
 bool KdWebcamRecorder::setVideoFormat(const KdVideoFormat* format)
 {
     const bool isKnown = format && format->fourcc == kFourCcH264;
-    return isKnown && m_engine->setFrameRate(format->frameRate);
+    return isKnown && engine().setFrameRate(format->frameRate);
 }
 
 bool KdWebcamRecorder::setAudioFormat(const KdAudioFormat* format)
 {
     if (format) {
-        m_engine->setSoundFormat(*format);
+        engine().setSoundFormat(*format);
     }
     return format != nullptr;
 }
@@ -73,40 +112,40 @@ bool KdWebcamRecorder::setAudioFormat(const KdAudioFormat* format)
 void KdWebcamRecorder::getResolutions(QList<QSize>* resolutions)
 {
     if (resolutions) {
-        *resolutions = m_engine->resolutions();
+        *resolutions = engine().resolutions();
     }
 }
 
 void KdWebcamRecorder::getFrameRates(QList<double>* frameRates)
 {
     if (frameRates) {
-        *frameRates = m_engine->frameRates();
+        *frameRates = engine().frameRates();
     }
 }
 
 void KdWebcamRecorder::setCallbackSwitch1(bool on)
 {
-    m_engine->setSwitch(KdCallbackPump::DeviceSwitch, on);
+    setSwitch(KdCallbackPump::DeviceSwitch, on);
 }
 
 void KdWebcamRecorder::setCallbackSwitch2(bool on)
 {
-    m_engine->setSwitch(KdCallbackPump::TimeSwitch, on);
+    setSwitch(KdCallbackPump::TimeSwitch, on);
 }
 
 void KdWebcamRecorder::setCallbackSwitch3(bool on)
 {
-    m_engine->setSwitch(KdCallbackPump::LevelSwitch, on);
+    setSwitch(KdCallbackPump::LevelSwitch, on);
 }
 
 void KdWebcamRecorder::setRecordAudio(bool on)
 {
-    m_engine->setRecordAudio(on);
+    engine().setRecordAudio(on);
 }
 
 void KdWebcamRecorder::setInterval(int msec)
 {
-    m_engine->setInterval(msec);
+    engine().setInterval(msec);
 }
 
 bool KdWebcamRecorder::getDevices(_KdDevType type, QList<_KdCaptureDevInf>* devices)
@@ -116,74 +155,77 @@ bool KdWebcamRecorder::getDevices(_KdDevType type, QList<_KdCaptureDevInf>* devi
     }
     devices->clear();
     if (isCaptured(type)) {
-        *devices = kdInfosOf(m_engine->listDevices(type));
+        *devices = kdInfosOf(engine().listDevices(type));
     }
     return isCaptured(type);
 }
 
 bool KdWebcamRecorder::setDevice(_KdDevType type, int index)
 {
-    return isCaptured(type) && m_engine->setDevice(type, index);
+    return isCaptured(type) && engine().setDevice(type, index);
 }
 
 void KdWebcamRecorder::setOutputFile(const QString& path)
 {
-    m_engine->setOutputFile(path);
+    engine().setOutputFile(path);
 }
 
 QString KdWebcamRecorder::getOutputFile()
 {
-    return m_engine->outputFile();
+    return engine().outputFile();
 }
 
 bool KdWebcamRecorder::startPreview()
 {
-    return m_engine->startPreview();
+    return engine().startPreview();
 }
 
 bool KdWebcamRecorder::stopPreview()
 {
-    return m_engine->stopPreview();
+    return engine().stopPreview();
 }
 
 _KdCaptureStatus KdWebcamRecorder::curStatus()
 {
-    return m_engine->status();
+    return engine().status();
 }
 
 void KdWebcamRecorder::addEventObserver(IKdRecorderEventObserver* observer)
 {
-    m_engine->callbacks().addObserver(observer);
+    engine().callbacks().addObserver(observer);
 }
 
 void KdWebcamRecorder::removeEventObserver(IKdRecorderEventObserver* observer)
 {
-    m_engine->callbacks().removeObserver(observer);
+    if (m_engine) {
+        m_engine->callbacks().removeObserver(observer);
+        rest();
+    }
 }
 
 bool KdWebcamRecorder::setRecordDisplayShape(_KdCaptureRecordShape shape)
 {
     const bool isKnown = shape == fcrsCircle || shape == fcrsSquare;
     if (isKnown) {
-        m_engine->setShape(shape);
+        engine().setShape(shape);
     }
     return isKnown;
 }
 
 _KdCaptureRecordShape KdWebcamRecorder::getRecordDisplayShape()
 {
-    return m_engine->shape();
+    return engine().shape();
 }
 
 void KdWebcamRecorder::setBackgroundMode(_KdCaptureRecordBackgroundMode mode)
 {
     const bool isKnown = mode == fcbmRemove || mode == fcbmBlur;
-    m_engine->setBackground(isKnown ? mode : fcbmNone);
+    engine().setBackground(isKnown ? mode : fcbmNone);
 }
 
 _KdCaptureRecordBackgroundMode KdWebcamRecorder::getBackgroundMode()
 {
-    return m_engine->background();
+    return engine().background();
 }
 
 bool KdWebcamRecorder::setOnlyWebcam(bool on)
@@ -194,10 +236,10 @@ bool KdWebcamRecorder::setOnlyWebcam(bool on)
 
 void KdWebcamRecorder::setRecordFlip(bool on)
 {
-    m_engine->setFlip(on);
+    engine().setFlip(on);
 }
 
 bool KdWebcamRecorder::getRecordFlip()
 {
-    return m_engine->isFlipped();
+    return engine().isFlipped();
 }

@@ -1,12 +1,16 @@
 #pragma once
 
-#include <KdRecord/KdCaptureEngine.h>
+#include <KdVBLModel/KdWebcamEngine.h>
 
+#include <array>
 #include <memory>
 
-class KdWebcamEngine;
-
-/** The webcam recorder of the engine contract; the work is KdWebcamEngine's. */
+/**
+ * The webcam recorder of the engine contract; the work is KdWebcamEngine's.
+ *
+ * The adapter leaves its recorder without releasing it: one that records nothing, and that nobody
+ * observes any more, lets go of everything but its settings until it is used again.
+ */
 class KdWebcamRecorder final : public KdVBLMODEL::IKdWebcamRecorder
 {
 public:
@@ -51,5 +55,12 @@ public:
 private:
     ~KdWebcamRecorder();
 
-    std::shared_ptr<KdWebcamEngine> m_engine;
+    KdWebcamEngine& engine();
+    /** When there is nothing to do, and nobody to do it for. */
+    void rest();
+    void setSwitch(KdCallbackPump::Switch kind, bool on);
+
+    std::shared_ptr<KdWebcamEngine> m_engine; ///< null while resting
+    KdWebcamEngine::Legacy m_legacy;          ///< while resting
+    std::array<bool, 4> m_switches{};
 };

@@ -1,5 +1,6 @@
 #include "WebcamFixture.h"
 
+#include <KdVBLModel/KdBackgroundEffect.h>
 #include <Support/ClipProbe.h>
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
@@ -82,6 +83,9 @@ private Q_SLOTS:
     void releasingARecorderFinishesItsTake();
     void removingTheObserverInMidTakeIsABarrier();
     void manyTakesLeakNothing();
+    void aRecorderThatNobodyObservesHoldsNothing();
+    void theBackgroundIsTreatedInPreviewAndFile_data();
+    void theBackgroundIsTreatedInPreviewAndFile();
 
 private:
     QString takePath(const QString& name = QStringLiteral("take.mp4")) const;
@@ -591,6 +595,84 @@ void tst_KdWebcamRecorder::manyTakesLeakNothing()
                  qPrintable(QString::number(ProcessUse::now().threads - before.threads)));
     const qint64 grownKb = ProcessUse::now().heapKb - before.heapKb;
     QVERIFY2(grownKb < 1000, qPrintable(QStringLiteral("%1 kB more").arg(grownKb)));
+}
+
+void tst_KdWebcamRecorder::aRecorderThatNobodyObservesHoldsNothing()
+{
+    QVERIFY(m_camera->plug());
+    {
+        WebcamFixture warmUp;
+        QVERIFY(warmUp.open(m_camera->description(), kVga));
+    }
+    const ProcessUse before = ProcessUse::now();
+    WebcamFixture recorder;
+    QVERIFY(recorder.open(m_camera->description(), kVga));
+    QVERIFY(recorder.record(takePath()));
+    QVERIFY(recorder.waitForTime(300));
+    QVERIFY(recorder->stop());
+    recorder->setRecordFlip(true);
+    recorder->removeEventObserver(&recorder.events());
+    QTRY_VERIFY2(ProcessUse::now().files <= before.files,
+                 qPrintable(QString::number(ProcessUse::now().files - before.files)));
+    QTRY_VERIFY2(ProcessUse::now().threads <= before.threads,
+                 qPrintable(QString::number(ProcessUse::now().threads - before.threads)));
+    // And goes on where it was, for whoever comes back.
+    QCOMPARE(recorder->getOutputFile(), takePath());
+    recorder->addEventObserver(&recorder.events());
+    QVERIFY(recorder->getRecordFlip());
+    QVERIFY(recorder->startPreview());
+    QVERIFY(recorder.showsFrame(kVga));
+    recorder.events().clear();
+    QVERIFY(recorder->start());
+    QVERIFY(recorder.waitForTime(300));
+    QVERIFY(recorder->stop());
+    QVERIFY(MediaProbe::probe(takePath()).isReadable);
+}
+
+void tst_KdWebcamRecorder::theBackgroundIsTreatedInPreviewAndFile_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("remove") << int(fcbmRemove);
+    QTest::newRow("blur") << int(fcbmBlur);
+}
+
+void tst_KdWebcamRecorder::theBackgroundIsTreatedInPreviewAndFile()
+{
+    QFETCH(int, mode);
+    if (!KdBackgroundEffect::isAvailable()) {
+        return; // then every frame is left alone, which framesShowTheCamerasPicture() sees
+    }
+    QVERIFY(m_camera->plug());
+    WebcamFixture recorder;
+    QVERIFY(recorder.open(m_camera->description(), kVga));
+    QCOMPARE(recorder->getBackgroundMode(), fcbmNone);
+    recorder->setBackgroundMode(_KdCaptureRecordBackgroundMode(mode));
+    QCOMPARE(int(recorder->getBackgroundMode()), mode);
+    QVERIFY(recorder.record(takePath()));
+    QVERIFY(recorder.waitForTime(1500));
+    QVERIFY(recorder->stop());
+    QVERIFY(recorder.showsFrame(kVga));
+    const QImage frame = recorder.events().lastFrame();
+    const QByteArray picture = ClipProbe::picture(takePath(), 20);
+    // Nobody is in the picture: all of it is background. The upper edge of the green third.
+    const QColor pixel = frame.pixelColor(320, 5);
+    const int luma = lumaAt(picture, kVga, 0.5, 0.01);
+    if (mode == fcbmRemove) {
+        QCOMPARE(pixel.alpha(), 0);
+        QVERIFY2(isNear(luma, 16), qPrintable(QString::number(luma)));
+    } else {
+        QCOMPARE(pixel.alpha(), 255);
+        // The seam of red and green is no edge any more.
+        const int left = lumaAt(picture, kVga, 0.325, 0.3);
+        const int right = lumaAt(picture, kVga, 0.342, 0.3);
+        QVERIFY2(right - left < kGreenLuma - kRedLuma - 8,
+                 qPrintable(QStringLiteral("%1 %2").arg(left).arg(right)));
+    }
+    recorder->setBackgroundMode(_KdCaptureRecordBackgroundMode(7));
+    QCOMPARE(recorder->getBackgroundMode(), fcbmNone);
+    QVERIFY(recorder.showsFrame(kVga));
+    QVERIFY(recorder.showsFrame(kVga));
+    QCOMPARE(recorder.events().lastFrame().pixelColor(320, 5).alpha(), 255);
 }
 
 int main(int argc, char** argv)
