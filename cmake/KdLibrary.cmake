@@ -1,4 +1,5 @@
 include(GenerateExportHeader)
+include(KdInstall)
 
 # Takes the sources of other platforms out of the list: <Name>_win.cpp is for Windows, <Name>_other.cpp for the rest.
 function(kd_keep_platform_sources list_name)
@@ -32,6 +33,7 @@ function(kd_add_library name)
     LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
   set_target_properties(${name} PROPERTIES
     LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+  kd_install_library(${name} LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
 endfunction()
 
 # What a library's shared form and its form for the unit tests have in common.
@@ -41,7 +43,8 @@ function(kd_configure_library target)
   generate_export_header(${target} BASE_NAME ${ARG_EXPORT_BASE}
     EXPORT_FILE_NAME ${generated}/${ARG_EXPORT_BASE}/${ARG_EXPORT_BASE}Export.h)
   target_include_directories(${target} PUBLIC
-    $<BUILD_INTERFACE:${ARG_INCLUDE_ROOT}> $<BUILD_INTERFACE:${generated}>)
+    $<BUILD_INTERFACE:${ARG_INCLUDE_ROOT}> $<BUILD_INTERFACE:${generated}>
+    $<INSTALL_INTERFACE:${KDRECORD_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${target} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS} kd_flags)
   kd_watch_sources(${target})
 endfunction()
