@@ -93,6 +93,7 @@ void tst_KdPreviewScaler::aStretchIsFilledWithMixedPixels()
     const std::vector<QRgb> upper = noise(width, 1, isOpaque);
     const std::vector<QRgb> lower = noise(width, 2, isOpaque);
     std::vector<Neighbours> columns;
+    columns.reserve(300);
     for (int i = 0; i < 300; ++i) {
         columns.push_back({i * 7 % (width - 1), quint32(i * 37 % 257)});
     }

@@ -267,6 +267,7 @@ void tst_KdPreviewStore::aPictureIsOfOneFrameWhateverTheThreadsDo()
     KdPreviewStore store;
     store.setRendering(true);
     std::vector<Plain> frames;
+    frames.reserve(6);
     for (int i = 0; i < 6; ++i) {
         frames.emplace_back(160 + 32 * (i / 2), 90 + 18 * (i / 2), 0xff000000U | QRgb(40 * i + 20));
     }
