@@ -78,6 +78,16 @@ cv::Vec4f mixed(const cv::Vec4f& a, const cv::Vec4f& b, float part)
     return a * (1.0F - part) + b * part;
 }
 
+uchar shareOf(const uchar* pixel, const cv::Vec4f& factors)
+{
+    const float share =
+        (static_cast<float>(pixel[0]) * factors[0] + static_cast<float>(pixel[1]) * factors[1] +
+         static_cast<float>(pixel[2]) * factors[2]) /
+            255.0F +
+        factors[3];
+    return cv::saturate_cast<uchar>(sharpened(share) * 255.0F);
+}
+
 /** Where a cell begins, in pixels of the full frame. */
 int startOf(int cell, int cells, int pixels)
 {
@@ -88,17 +98,14 @@ int startOf(int cell, int cells, int pixels)
 
 KdMatte::KdMatte(const cv::Mat& small, const cv::Mat& mask)
 {
-    const cv::Mat wide = mean(mean(mask));
-    m_regions = cv::Mat(mask.size(), CV_8U, cv::Scalar(Rim));
-    m_regions.setTo(Background, wide < 0.004F);
-    m_regions.setTo(Person, wide > 0.996F);
-    fit(small, mask);
-}
-
-void KdMatte::fit(const cv::Mat& small, const cv::Mat& mask)
-{
     cv::Mat colours;
     small.convertTo(colours, CV_32FC3, 1 / 255.0);
+    fit(colours, mask);
+    estimate(colours);
+}
+
+void KdMatte::fit(const cv::Mat& colours, const cv::Mat& mask)
+{
     cv::Mat weighted(mask.size(), CV_32FC3);
     for (int y = 0; y < mask.rows; ++y) {
         for (int x = 0; x < mask.cols; ++x) {
@@ -118,49 +125,58 @@ void KdMatte::fit(const cv::Mat& small, const cv::Mat& mask)
         }
     }
     m_factors = mean(factors);
-    m_small = cv::Mat(mask.size(), CV_32F);
-    for (int y = 0; y < mask.rows; ++y) {
-        for (int x = 0; x < mask.cols; ++x) {
+}
+
+void KdMatte::estimate(const cv::Mat& colours)
+{
+    m_small = cv::Mat(colours.size(), CV_32F);
+    for (int y = 0; y < colours.rows; ++y) {
+        for (int x = 0; x < colours.cols; ++x) {
             const auto& f = m_factors.at<cv::Vec4f>(y, x);
             const auto& c = colours.at<cv::Vec3f>(y, x);
             m_small.at<float>(y, x) = sharpened(c[0] * f[0] + c[1] * f[1] + c[2] * f[2] + f[3]);
         }
     }
+    cv::Mat least;
+    cv::Mat most;
+    cv::erode(m_small, least, {});
+    cv::dilate(m_small, most, {});
+    m_regions = cv::Mat(m_small.size(), CV_8U, cv::Scalar(Rim));
+    m_regions.setTo(Background, most < 0.02F);
+    m_regions.setTo(Person, least > 0.98F);
 }
 
 void KdMatte::row(const uchar* pixels, int y, cv::Size frame, uchar* shares) const
 {
-    const float scaleX = static_cast<float>(m_regions.cols) / static_cast<float>(frame.width);
+    const int cells = m_regions.cols;
+    const float scaleX = static_cast<float>(cells) / static_cast<float>(frame.width);
     const float scaleY = static_cast<float>(m_regions.rows) / static_cast<float>(frame.height);
     const float placeY = (static_cast<float>(y) + 0.5F) * scaleY;
     const uchar* const regions =
         m_regions.ptr<uchar>(std::min(cvFloor(placeY), m_regions.rows - 1));
-    for (int cell = 0; cell < m_regions.cols; ++cell) {
-        const int start = startOf(cell, m_regions.cols, frame.width);
-        const int end = startOf(cell + 1, m_regions.cols, frame.width);
+    const Between rows = cellsAround(placeY, m_factors.rows);
+    const auto* const above = m_factors.ptr<cv::Vec4f>(rows.first);
+    const auto* const below = m_factors.ptr<cv::Vec4f>(rows.second);
+    for (int cell = 0; cell < cells; ++cell) {
+        const int start = startOf(cell, cells, frame.width);
+        const int end = startOf(cell + 1, cells, frame.width);
         if (regions[cell] != Rim) {
             std::fill(shares + start, shares + end, regions[cell] == Person ? 255 : 0);
             continue;
         }
+        const auto factorsOf = [&](int column) {
+            const int inside = std::clamp(column, 0, cells - 1);
+            return mixed(above[inside], below[inside], rows.part);
+        };
+        const cv::Vec4f left = factorsOf(cell - 1);
+        const cv::Vec4f middle = factorsOf(cell);
+        const cv::Vec4f right = factorsOf(cell + 1);
         for (std::ptrdiff_t x = start; x < end; ++x) {
-            shares[x] = rimShare(pixels + 4 * x, (static_cast<float>(x) + 0.5F) * scaleX, placeY);
+            const float off =
+                (static_cast<float>(x) + 0.5F) * scaleX - static_cast<float>(cell) - 0.5F;
+            const cv::Vec4f factors =
+                off < 0.0F ? mixed(middle, left, -off) : mixed(middle, right, off);
+            shares[x] = shareOf(pixels + 4 * x, factors);
         }
     }
-}
-
-uchar KdMatte::rimShare(const uchar* pixel, float x, float y) const
-{
-    const Between rows = cellsAround(y, m_factors.rows);
-    const Between columns = cellsAround(x, m_factors.cols);
-    const auto* const above = m_factors.ptr<cv::Vec4f>(rows.first);
-    const auto* const below = m_factors.ptr<cv::Vec4f>(rows.second);
-    const cv::Vec4f factors =
-        mixed(mixed(above[columns.first], above[columns.second], columns.part),
-              mixed(below[columns.first], below[columns.second], columns.part), rows.part);
-    const float share =
-        (static_cast<float>(pixel[0]) * factors[0] + static_cast<float>(pixel[1]) * factors[1] +
-         static_cast<float>(pixel[2]) * factors[2]) /
-            255.0F +
-        factors[3];
-    return cv::saturate_cast<uchar>(sharpened(share) * 255.0F);
 }

@@ -37,8 +37,8 @@ public:
     void row(const uchar* pixels, int y, cv::Size frame, uchar* shares) const;
 
 private:
-    uchar rimShare(const uchar* pixel, float x, float y) const;
-    void fit(const cv::Mat& small, const cv::Mat& mask);
+    void fit(const cv::Mat& colours, const cv::Mat& mask);
+    void estimate(const cv::Mat& colours);
 
     cv::Mat m_factors; ///< CV_32FC4: share = b * f0 + g * f1 + r * f2 + f3, colours 0 to 1
     cv::Mat m_regions;

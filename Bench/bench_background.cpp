@@ -1,0 +1,210 @@
+// The background's treatment: how well the person is found, and what that costs. The clips are
+// composed here, from photographs of persons and of textured places that Debian's packages hold, so
+// that the true mask is known. Overlap is what found and true mask have in common, as a share of
+// what either covers. Frames come at 30 a second, as a camera's, and the effect works as it does in
+// the engine: on its own thread, at its own rate, behind the frames. Times of this machine mean
+// little; compare the rows of one run, the first of which does nothing.
+
+#include "PersonClip.h"
+
+#include <KdVBLModel/KdBackgroundEffect.h>
+
+#include <opencv2/imgproc.hpp>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <ctime>
+#include <numeric>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace KdVBLMODEL;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Mode = KdBackgroundEffect::Mode;
+
+constexpr double kFrameRate = 30.0;
+constexpr double kClipSeconds = 8.0;
+
+double millisecondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+/** Waits for the moments at which a camera's frames come. */
+class Pace
+{
+public:
+    /** @return how many frames came and went while the last one was worked at. */
+    int waitForNext()
+    {
+        const Clock::time_point late = Clock::now();
+        m_next += kInterval;
+        int lost = 0;
+        for (; m_next + kInterval < late; m_next += kInterval) {
+            ++lost;
+        }
+        std::this_thread::sleep_until(m_next);
+        return lost;
+    }
+
+private:
+    static constexpr auto kInterval =
+        std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(1 / kFrameRate));
+
+    Clock::time_point m_next = Clock::now();
+};
+
+double overlap(const cv::Mat& frame, const cv::Mat& truth)
+{
+    cv::Mat alpha;
+    cv::extractChannel(frame, alpha, 3);
+    const cv::Mat found = alpha > 127;
+    const cv::Mat wanted = truth > 0.5F;
+    const int either = cv::countNonZero(found | wanted);
+    return either == 0 ? 1.0 : static_cast<double>(cv::countNonZero(found & wanted)) / either;
+}
+
+void apply(KdBackgroundEffect& effect, Mode mode, cv::Mat& frame)
+{
+    effect.apply(mode, frame.data, frame.cols, frame.rows, static_cast<int>(frame.step));
+}
+
+struct Frames
+{
+    std::vector<cv::Mat> pictures; ///< CV_8UC4
+    std::vector<cv::Mat> truths;   ///< CV_32F
+};
+
+/** Composed in advance: that takes longer than a frame lasts. */
+Frames composed(PersonClip& clip, double seconds)
+{
+    Frames frames;
+    for (int i = 0; i < static_cast<int>(seconds * kFrameRate); ++i) {
+        cv::Mat truth;
+        cv::Mat frame;
+        cv::cvtColor(clip.frame(i / kFrameRate, truth), frame, cv::COLOR_BGR2BGRA);
+        frames.pictures.push_back(frame);
+        frames.truths.push_back(truth);
+    }
+    return frames;
+}
+
+/** @return the overlap of each frame, from the first with a mask on. */
+std::vector<double> overlaps(const Frames& frames)
+{
+    KdBackgroundEffect effect;
+    std::vector<double> result;
+    Pace pace;
+    for (std::size_t i = 0; i < frames.pictures.size(); ++i) {
+        cv::Mat frame = frames.pictures[i].clone();
+        apply(effect, fcbmRemove, frame);
+        const bool isKnown = cv::countNonZero(frame.reshape(1)) > 0;
+        if (isKnown || !result.empty()) {
+            result.push_back(overlap(frame, frames.truths[i]));
+        }
+        pace.waitForNext();
+    }
+    return result;
+}
+
+void quality(benchmark::State& state, const ClipPerson& person, const QString& background)
+{
+    PersonClip clip(person, background, {640, 360}, 1);
+    if (!clip.isValid()) {
+        state.SkipWithError("a photograph is missing: install opencv-doc and python3-skimage");
+        return;
+    }
+    const Frames frames = composed(clip, kClipSeconds);
+    for (auto unused : state) {
+        static_cast<void>(unused);
+        const std::vector<double> values = overlaps(frames);
+        if (values.empty()) {
+            state.SkipWithError("the person was not found");
+            return;
+        }
+        const auto count = static_cast<double>(values.size());
+        state.counters["overlap_mean"] = std::accumulate(values.begin(), values.end(), 0.0) / count;
+        state.counters["overlap_worst"] = *std::min_element(values.begin(), values.end());
+        state.counters["until_found_s"] = kClipSeconds - count / kFrameRate;
+    }
+}
+
+void cost(benchmark::State& state, Mode mode, cv::Size size)
+{
+    PersonClip clip(PersonClip::persons().front(), PersonClip::backgrounds().front(), size, 1);
+    if (!clip.isValid()) {
+        state.SkipWithError("a photograph is missing: install opencv-doc and python3-skimage");
+        return;
+    }
+    const Frames frames = composed(clip, 1.0);
+    KdBackgroundEffect effect;
+    std::vector<double> times;
+    int lost = 0;
+    const std::clock_t start = std::clock();
+    const Clock::time_point begin = Clock::now();
+    Pace pace;
+    for (auto unused : state) {
+        static_cast<void>(unused);
+        cv::Mat frame = frames.pictures[times.size() % frames.pictures.size()].clone();
+        const Clock::time_point before = Clock::now();
+        apply(effect, mode, frame);
+        times.push_back(millisecondsSince(before));
+        state.SetIterationTime(times.back() / 1000.0);
+        lost += pace.waitForNext();
+    }
+    const double cpu = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    std::sort(times.begin(), times.end());
+    state.counters["p95_ms"] = times[times.size() * 95 / 100];
+    state.counters["worst_ms"] = times.back();
+    state.counters["cpu_s_per_s"] = cpu * 1000.0 / millisecondsSince(begin);
+    state.counters["frames_lost"] = lost;
+}
+
+void registerCosts()
+{
+    const std::vector<std::pair<std::string, Mode>> modes = {
+        {"nothing", fcbmNone}, {"blur", fcbmBlur}, {"remove", fcbmRemove}};
+    for (const cv::Size size : {cv::Size(1280, 720), cv::Size(1920, 1080)}) {
+        for (const auto& [name, mode] : modes) {
+            benchmark::RegisterBenchmark(
+                ("cost/" + std::to_string(size.height) + "p/" + name).c_str(), cost, mode, size)
+                ->Unit(benchmark::kMillisecond)
+                ->Iterations(240)
+                ->UseManualTime();
+        }
+    }
+}
+
+void registerQualities()
+{
+    for (const ClipPerson& person : PersonClip::persons()) {
+        for (const QString& background : PersonClip::backgrounds()) {
+            const std::string place = background.section(QLatin1Char('/'), -1).toStdString();
+            benchmark::RegisterBenchmark(("quality/" + person.name + "/" + place).c_str(), quality,
+                                         person, background)
+                ->Iterations(1)
+                ->Unit(benchmark::kMillisecond);
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    registerCosts();
+    registerQualities();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
