@@ -12,6 +12,7 @@
 #include <Studio/StudioTakeLibrary.h>
 #include <Studio/StudioWaveformReader.h>
 #include <Studio/StudioWindow.h>
+#include <Studio/StudioWorkGate.h>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -54,7 +55,8 @@ struct Program
 
 float loudest(const QString& path)
 {
-    const StudioPeaks peaks = readWaveform(path, std::atomic<bool>(false));
+    StudioWorkGate gate;
+    const StudioPeaks peaks = readWaveform(path, gate);
     float peak = 0.0F;
     for (const StudioPeak& stretch : peaks) {
         peak = std::max(peak, stretch.peak);
