@@ -4,6 +4,8 @@
 #include <KdVBLModel/KdMaskWorker.h>
 #include <KdVBLModel/KdPersonMask.h>
 
+#include <KdCore/KdBaseLog.h>
+
 #include <opencv2/imgproc.hpp>
 
 namespace {
@@ -27,6 +29,17 @@ cv::Mat scaled(const cv::Mat& frame, cv::Size size)
     cv::Mat opaque;
     cv::cvtColor(small, opaque, cv::COLOR_BGRA2BGR);
     return opaque;
+}
+
+bool canFindFaces()
+{
+    if (KdFaceFinder().isUsable()) {
+        return true;
+    }
+    KdBaseLog::write(KdBaseLog::Info,
+                     {"Host/KdVBLModel/KdBackgroundEffect", "KdBackgroundEffect::isAvailable"},
+                     "Backgrounds cannot be treated: OpenCV's description of a face is missing.");
+    return false;
 }
 
 } // namespace
@@ -73,7 +86,7 @@ void KdBackgroundEffect::Private::treat(cv::Mat& frame, Mode mode)
 
 bool KdBackgroundEffect::isAvailable()
 {
-    static const bool answer = KdFaceFinder().isUsable();
+    static const bool answer = canFindFaces();
     return answer;
 }
 

@@ -1,12 +1,20 @@
 #include <KdVBLModel/KdBackgroundEffect.h>
 
+#include <KdCore/KdBaseLog.h>
+
 class KdBackgroundEffect::Private
 {
 };
 
 bool KdBackgroundEffect::isAvailable()
 {
-    return false; // built without OpenCV
+    static const bool isLogged = [] {
+        KdBaseLog::write(KdBaseLog::Info,
+                         {"Host/KdVBLModel/KdBackgroundEffect", "KdBackgroundEffect::isAvailable"},
+                         "Backgrounds cannot be treated: this was built without OpenCV.");
+        return true;
+    }();
+    return !isLogged;
 }
 
 KdBackgroundEffect::KdBackgroundEffect() = default;

@@ -220,6 +220,13 @@ _KdCaptureRecordShape KdWebcamRecorder::getRecordDisplayShape()
 void KdWebcamRecorder::setBackgroundMode(_KdCaptureRecordBackgroundMode mode)
 {
     const bool isKnown = mode == fcbmRemove || mode == fcbmBlur;
+    if (isKnown && !KdBackgroundEffect::isAvailable()) {
+        KdBaseLog::write(
+            KdBaseLog::Warning,
+            {"Host/KdVBLModel/KdWebcamRecorder", "KdWebcamRecorder::setBackgroundMode"},
+            "Background mode %d is ignored: this installation cannot treat backgrounds.", mode);
+        return;
+    }
     engine().setBackground(isKnown ? mode : fcbmNone);
 }
 

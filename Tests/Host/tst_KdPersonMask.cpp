@@ -157,7 +157,7 @@ void tst_KdPersonMask::emptyRoomIsAllBackground()
 {
     const DrawnPerson person;
     KdPersonMask mask;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 20; ++i) {
         const cv::Mat found =
             mask.update(pictureOf(person.room(static_cast<unsigned>(i))), i * kInterval);
         QCOMPARE(cv::countNonZero(found), 0);
@@ -170,13 +170,13 @@ void tst_KdPersonMask::personWhoHidesTheFaceIsKept()
     KdPersonMask mask;
     showPerson(mask, person, 15);
     cv::Mat found;
-    for (int i = 15; i < 15 * 9; ++i) {
+    for (int i = 15; i < 15 * 8; ++i) {
         cv::Mat frame = person.frame(swayAt(i), static_cast<unsigned>(i));
         const cv::Point face(cvRound(swayAt(i) * frame.cols), cvRound(0.42 * frame.rows));
         cv::circle(frame, face, frame.rows / 7, cv::Scalar(140, 170, 220, 255), cv::FILLED);
         found = mask.update(pictureOf(frame), i * kInterval);
     }
-    QVERIFY(overlap(found, person.truth(swayAt(15 * 9 - 1))) > 0.75);
+    QVERIFY(overlap(found, person.truth(swayAt(15 * 8 - 1))) > 0.75);
 }
 
 void tst_KdPersonMask::personWhoLeavesIsGone()
@@ -196,14 +196,14 @@ void tst_KdPersonMask::personWhoComesBackIsFound()
     const DrawnPerson person;
     KdPersonMask mask;
     cv::Mat found;
-    for (int i = 0; i < 15 * 6; ++i) {
+    for (int i = 0; i < 15 * 3; ++i) {
         mask.update(pictureOf(person.room(static_cast<unsigned>(i))), i * kInterval);
     }
-    for (int i = 15 * 6; i < 15 * 7; ++i) {
+    for (int i = 15 * 3; i < 15 * 4; ++i) {
         found = mask.update(pictureOf(person.frame(swayAt(i), static_cast<unsigned>(i))),
                             i * kInterval);
     }
-    QVERIFY(overlap(found, person.truth(swayAt(15 * 7 - 1))) > 0.85);
+    QVERIFY(overlap(found, person.truth(swayAt(15 * 4 - 1))) > 0.85);
 }
 
 void tst_KdPersonMask::changeOfSizeBeginsAnew()
