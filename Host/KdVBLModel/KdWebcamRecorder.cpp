@@ -4,6 +4,8 @@
 
 #include <KdCore/KdBaseLog.h>
 
+#include <set>
+
 using namespace KdVBLMODEL;
 
 namespace {
@@ -15,6 +17,14 @@ constexpr std::chrono::milliseconds kRestPatience{250 * KD_BUILD_SLOWDOWN};
 bool isCaptured(_KdDevType type)
 {
     return type == kdtWebcam || type == kdtMicrophone;
+}
+
+/** Those that nobody observes. Their makers may have left them behind: kept in reach they are no
+ * leak. */
+std::set<const KdWebcamRecorder*>& resting()
+{
+    static auto* const all = new std::set<const KdWebcamRecorder*>;
+    return *all;
 }
 
 } // namespace
@@ -31,6 +41,7 @@ KdWebcamRecorder::KdWebcamRecorder()
 
 KdWebcamRecorder::~KdWebcamRecorder()
 {
+    resting().erase(this);
     if (m_engine && !m_engine->shutDown(kShutDownPatience)) {
         KdBaseLog::write(KdBaseLog::Error,
                          {"Host/KdVBLModel/KdWebcamRecorder", "KdWebcamRecorder::release"},
@@ -41,6 +52,7 @@ KdWebcamRecorder::~KdWebcamRecorder()
 KdWebcamEngine& KdWebcamRecorder::engine()
 {
     if (!m_engine) {
+        resting().erase(this);
         m_engine = KdWebcamEngine::create(m_legacy);
         for (const auto kind : {KdCallbackPump::DeviceSwitch, KdCallbackPump::TimeSwitch,
                                 KdCallbackPump::LevelSwitch}) {
@@ -56,6 +68,7 @@ void KdWebcamRecorder::rest()
         m_legacy = m_engine->legacy();
         m_engine->shutDown(kRestPatience);
         m_engine.reset();
+        resting().insert(this);
     }
 }
 
