@@ -8,8 +8,8 @@ constexpr qint64 kNsPerSecond = 1000000000;
 constexpr qint64 kNever = std::numeric_limits<qint64>::max();
 } // namespace
 
-KdArrivalClock::KdArrivalClock(int framesPerSecond)
-    : m_rate(framesPerSecond), m_beginNs(kNever), m_formerBeginNs(kNever)
+KdArrivalClock::KdArrivalClock(int framesPerSecond, qint64 memoryNs)
+    : m_rate(framesPerSecond), m_memoryNs(memoryNs), m_beginNs(kNever), m_formerBeginNs(kNever)
 {
 }
 
@@ -22,8 +22,8 @@ qint64 KdArrivalClock::durationNs(qint64 frames) const
 void KdArrivalClock::arrived(qint64 frames, qint64 nowNs)
 {
     m_received += frames;
-    if (nowNs - m_secondNs >= kNsPerSecond) {
-        m_secondNs = nowNs;
+    if (nowNs - m_spellNs >= m_memoryNs) {
+        m_spellNs = nowNs;
         m_formerBeginNs = m_beginNs;
         m_beginNs = kNever;
     }

@@ -13,7 +13,8 @@
 class KDVBLMODEL_EXPORT KdArrivalClock
 {
 public:
-    explicit KdArrivalClock(int framesPerSecond);
+    /** @param memoryNs how long a buffer that came without delay counts, and at most twice that */
+    explicit KdArrivalClock(int framesPerSecond, qint64 memoryNs = 1000000000);
 
     /** @param frames in the buffer @param nowNs a monotonic time */
     void arrived(qint64 frames, qint64 nowNs);
@@ -38,10 +39,11 @@ private:
     qint64 durationNs(qint64 frames) const;
 
     int m_rate;
+    qint64 m_memoryNs;
     qint64 m_received = 0;
-    // When a source would have begun that delivers without delay: the earliest such time of the
-    // last one to two seconds, so that a source whose own clock runs slower is followed.
+    // When a source would have begun that delivers without delay: the earliest such time that is
+    // remembered, so that a source whose own clock runs slower is followed.
     qint64 m_beginNs;
     qint64 m_formerBeginNs;
-    qint64 m_secondNs = 0; ///< when the current second began
+    qint64 m_spellNs = 0; ///< when the current spell of remembering began
 };

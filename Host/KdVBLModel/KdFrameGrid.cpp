@@ -7,6 +7,7 @@ namespace {
 constexpr qint64 kNsPerSecond = 1000000000;
 /** Beside this the ear and the eye notice no difference, at any rate. */
 constexpr qint64 kMostNs = 15000000;
+constexpr int kPicturesToJudge = 30;
 
 } // namespace
 
@@ -27,11 +28,18 @@ qint64 KdFrameGrid::toleranceNs() const
     return std::min(frameNs() * 2 / 5, kMostNs);
 }
 
+void KdFrameGrid::beginAt(qint64 at)
+{
+    m_origin = at;
+    m_slot = 0;
+    m_lateSum = 0;
+    m_lateCount = 0;
+}
+
 qint64 KdFrameGrid::place(qint64 at)
 {
     if (m_slot < 0) {
-        m_origin = at;
-        m_slot = 0;
+        beginAt(at);
         return at;
     }
     const qint64 last = m_origin + slots(m_slot);
@@ -39,9 +47,27 @@ qint64 KdFrameGrid::place(qint64 at)
     const qint64 even = m_origin + slots(m_slot + steps);
     if (std::abs(even - at) <= toleranceNs()) {
         m_slot += steps;
+        return stepped(even, at);
+    }
+    beginAt(std::max(at, last + frameNs() / 4));
+    return m_origin;
+}
+
+// A first picture that came late, or a clock that runs a little differently, would keep them all at
+// the edge of what is tolerated.
+qint64 KdFrameGrid::stepped(qint64 even, qint64 at)
+{
+    m_lateSum += even - at;
+    ++m_lateCount;
+    if (m_lateCount < kPicturesToJudge) {
         return even;
     }
-    m_origin = std::max(at, last + frameNs() / 4);
-    m_slot = 0;
+    const qint64 lateNs = m_lateSum / m_lateCount;
+    m_lateSum = 0;
+    m_lateCount = 0;
+    if (std::abs(lateNs) < toleranceNs() / 2) {
+        return even;
+    }
+    beginAt(even - lateNs);
     return m_origin;
 }

@@ -9,7 +9,8 @@
  * it says of each picture's time swings by some milliseconds: pictures of an even camera are placed
  * evenly, so that the file has the constant rate that was chosen. No picture is left out and none
  * is doubled: a camera that slows down in the dark, or keeps another rate than it says, gets its
- * pictures placed when they were taken.
+ * pictures placed when they were taken. Where all pictures of a second are a little off, the whole
+ * moves by as much.
  *
  * Times in nanoseconds. A pure function of what it was told; not thread-safe.
  */
@@ -31,10 +32,15 @@ public:
 
 private:
     qint64 slots(qint64 count) const;
+    void beginAt(qint64 at);
+    qint64 stepped(qint64 even, qint64 at);
 
     qint64 m_numerator;
     qint64 m_denominator;
     // The grid begins anew, at a picture that would not fit into it.
     qint64 m_origin = 0;
     qint64 m_slot = -1; ///< of the last picture; -1 before the first
+    // How much too late the last pictures were shown.
+    qint64 m_lateSum = 0;
+    int m_lateCount = 0;
 };

@@ -8,10 +8,14 @@ constexpr qint64 kNsPerSecond = 1000000000;
 /** A block that comes so much before its time cannot have been captured now. */
 constexpr qint64 kSurplusNs = 20000000;
 
+/** Sound that a busy machine has lost parts the two for so long at most, or twice that; a source
+ * whose blocks are none of its server's gives one without delay in less. */
+constexpr qint64 kMemoryNs = 700000000;
+
 } // namespace
 
 KdTakeTimeline::KdTakeTimeline(int soundRate)
-    : m_rate(soundRate), m_arrivals(std::max(1, soundRate))
+    : m_rate(soundRate), m_arrivals(std::max(1, soundRate), kMemoryNs)
 {
     m_pauses.start(0);
 }

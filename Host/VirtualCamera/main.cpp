@@ -3,7 +3,12 @@
 //   kd_virtual_camera NODE DESCRIPTION MODE ...
 // with MODE as in YUY2:640x480@30, MJPG:1280x720@30000/1001 or YUY2:160x120-1920x1080@5-60. The
 // picture is a red, a green and a blue third, with a white square that moves along the lower edge.
+// With the MODE "flash" among the others it is black, and white for a moment once a second; the
+// microphone NODE_microphone beeps as each flash begins.
 // From SIGUSR1 to SIGUSR2 it gives no picture, like a camera that another program has opened.
+
+#include "BeepingMicrophone.h"
+#include "FlashBeepPattern.h"
 
 #include <pipewire/pipewire.h>
 #include <spa/param/video/format-utils.h>
@@ -20,6 +25,7 @@
 #include <QTextStream>
 #include <QVector>
 
+#include <chrono>
 #include <csignal>
 #include <cstring>
 
@@ -130,6 +136,21 @@ public:
         painter.fillRect(2 * third, 0, size.width(), size.height(), QColor(30, 30, 220));
     }
 
+    /** Instead of all that, a picture that flashes. */
+    QImage nextFlash(BeepingMicrophone* microphone)
+    {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        const double second = std::chrono::duration<double>(now).count();
+        const bool isBright =
+            FlashBeep::isFlash(second) && (m_wasBright || microphone->isSteadyAt(second));
+        if (isBright && !m_wasBright) {
+            microphone->beepAt(second);
+        }
+        m_wasBright = isBright;
+        m_background.fill(isBright ? Qt::white : Qt::black);
+        return m_background;
+    }
+
     QImage next()
     {
         QImage picture = m_background;
@@ -143,6 +164,7 @@ public:
 private:
     QImage m_background;
     int m_count = 0;
+    bool m_wasBright = false;
 };
 
 QByteArray asJpeg(const QImage& picture)
@@ -193,8 +215,9 @@ QByteArray asRaw(const QImage& picture, spa_video_format format)
 class Camera
 {
 public:
-    Camera(pw_main_loop* loop, QVector<Mode> modes)
-        : m_loop(pw_main_loop_get_loop(loop)), m_modes(std::move(modes))
+    /** @param microphone hears the flashes; null for a picture without */
+    Camera(pw_main_loop* loop, QVector<Mode> modes, BeepingMicrophone* microphone)
+        : m_loop(pw_main_loop_get_loop(loop)), m_modes(std::move(modes)), m_microphone(microphone)
     {
         m_timer = pw_loop_add_timer(m_loop, &Camera::onTimer, this);
         pw_loop_add_signal(m_loop, SIGUSR1, &Camera::onOccupied, this);
@@ -232,6 +255,7 @@ private:
 
     pw_loop* m_loop;
     const QVector<Mode> m_modes;
+    BeepingMicrophone* const m_microphone;
     pw_stream* m_stream = nullptr;
     spa_hook m_listener{};
     spa_source* m_timer = nullptr;
@@ -313,7 +337,7 @@ void Camera::setFormat(const spa_pod* param)
 
 QByteArray Camera::nextPicture()
 {
-    const QImage picture = m_scene->next();
+    const QImage picture = m_microphone ? m_scene->nextFlash(m_microphone) : m_scene->next();
     return m_format == SPA_VIDEO_FORMAT_UNKNOWN ? asJpeg(picture) : asRaw(picture, m_format);
 }
 
@@ -359,6 +383,7 @@ int main(int argc, char** argv)
     }
     const QByteArray node = arguments.takeFirst().toUtf8();
     const QByteArray description = arguments.takeFirst().toUtf8();
+    const bool isFlashing = arguments.removeAll(QStringLiteral("flash")) > 0;
     QVector<Mode> modes;
     for (const QString& text : qAsConst(arguments)) {
         modes.append(modeFrom(text));
@@ -366,10 +391,15 @@ int main(int argc, char** argv)
     pw_init(nullptr, nullptr);
     pw_main_loop* loop = pw_main_loop_new(nullptr);
     pw_loop_add_signal(pw_main_loop_get_loop(loop), SIGTERM, quit, loop);
-    Camera camera(loop, modes); // before any other thread, which would get the signals
+    BeepingMicrophone microphone;
+    // Before any other thread, which would get the signals.
+    Camera camera(loop, modes, isFlashing ? &microphone : nullptr);
     pw_context* context = pw_context_new(pw_main_loop_get_loop(loop), nullptr, 0);
     pw_core* core = pw_context_connect(context, nullptr, 0);
-    if (!core || !camera.plug(core, node.constData(), description.constData())) {
+    const bool isHeard =
+        core && (!isFlashing || microphone.plug(core, (node + "_microphone").constData(),
+                                                (description + " Microphone").constData()));
+    if (!isHeard || !camera.plug(core, node.constData(), description.constData())) {
         QTextStream(stderr) << "kd_virtual_camera: the video server does not answer\n";
         return 1;
     }

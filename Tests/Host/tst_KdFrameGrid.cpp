@@ -13,8 +13,9 @@ constexpr qint64 kSecond = 1000000000;
 qint64 taken(int index, double rate, qint64 jitterNs)
 {
     const auto exact = static_cast<qint64>(std::llround(index * 1e9 / rate));
-    // Known beforehand, and yet without a pattern that fits the pictures.
-    const qint64 error = jitterNs == 0 ? 0 : (index * qint64(7919)) % (2 * jitterNs + 1) - jitterNs;
+    // Known beforehand, and without a pattern that fits the pictures.
+    const qint64 random = static_cast<qint64>(static_cast<quint32>(index) * 2654435761U);
+    const qint64 error = jitterNs == 0 ? 0 : random % (2 * jitterNs + 1) - jitterNs;
     return kSecond + exact + error;
 }
 
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void anEvenCameraIsPlacedEvenly();
     void everyPictureIsNearItsTime_data();
     void everyPictureIsNearItsTime();
+    void aFirstPictureThatCameLateDelaysNoOthers();
     void picturesNeverStandStillOrGoBack();
     void aGapStaysAGap();
     void dayLongTakesDoNotOverflow();
@@ -83,6 +85,22 @@ void tst_KdFrameGrid::everyPictureIsNearItsTime()
     for (int i = 0; i < 3000; ++i) {
         const qint64 at = taken(i, rate, jitterNs);
         QVERIFY2(qAbs(grid.place(at) - at) <= grid.toleranceNs(), qPrintable(QString::number(i)));
+    }
+}
+
+void tst_KdFrameGrid::aFirstPictureThatCameLateDelaysNoOthers()
+{
+    KdFrameGrid grid(30, 1);
+    grid.place(taken(0, 30.0, 0) + 12000000);
+    qint64 shown = 0;
+    for (int i = 1; i < 40; ++i) {
+        shown = grid.place(taken(i, 30.0, 0));
+    }
+    QVERIFY2(qAbs(shown - taken(39, 30.0, 0)) < 100000, qPrintable(QString::number(shown)));
+    for (int i = 40; i < 1000; ++i) {
+        const qint64 next = grid.place(taken(i, 30.0, 0));
+        QVERIFY(qAbs(next - shown - grid.frameNs()) <= 1);
+        shown = next;
     }
 }
 

@@ -9,14 +9,7 @@
 
 namespace {
 
-constexpr double kTwoPi = 6.283185307179586;
 constexpr int kTimeoutMs = 120000;
-
-double phase(double second)
-{
-    const double since = second - FlashBeep::kFirst;
-    return since - std::floor(since / FlashBeep::kPeriod) * FlashBeep::kPeriod;
-}
 
 /** One byte for each picture: its mean brightness. */
 QByteArray brightness(const QString& path)
@@ -32,17 +25,6 @@ QByteArray brightness(const QString& path)
 }
 
 } // namespace
-
-bool FlashBeep::isFlash(double second)
-{
-    return phase(second) < kLength;
-}
-
-float FlashBeep::sample(double second)
-{
-    return isFlash(second) ? static_cast<float>(0.5 * std::sin(kTwoPi * kFrequency * second))
-                           : 0.0F;
-}
 
 QVector<double> FlashBeep::flashes(const QString& path)
 {

@@ -1,23 +1,12 @@
 #pragma once
 
+#include <VirtualCamera/FlashBeepPattern.h>
+
 #include <QString>
 #include <QVector>
 
-/**
- * Pictures that flash when the sound beeps, once a second, and finding both in a file: the way to
- * see how far sound and picture are apart.
- */
+/** Finds the flashes and beeps of FlashBeepPattern.h in a file. Times in seconds. */
 namespace FlashBeep {
-
-constexpr double kFirst = 0.5;        ///< when the first flash and beep begin, in seconds
-constexpr double kPeriod = 1.0;       ///< from one flash to the next
-constexpr double kLength = 0.1;       ///< of a flash, and of a beep
-constexpr double kFrequency = 1000.0; ///< of the beep
-
-/** Whether a picture taken at a time, in seconds, is white; else it is black. */
-bool isFlash(double second);
-/** The sound at a time, -1 to 1. */
-float sample(double second);
 
 /** When each flash of a file begins, by the first picture that is bright. */
 QVector<double> flashes(const QString& path);

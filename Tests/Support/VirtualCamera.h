@@ -19,7 +19,8 @@ public:
      * Not plugged yet.
      * @param nodeName its identity, letters, digits, '_' @param description the name that people
      * see @param modes what it offers, each as in "YUY2:1280x720@30", "MJPG:640x480@30000/1001" or,
-     * for ranges, "YUY2:160x120-1920x1080@5-60". Formats: YUY2, I420, NV12, BGRx, GRAY8, MJPG.
+     * for ranges, "YUY2:160x120-1920x1080@5-60". Formats: YUY2, I420, NV12, BGRx, GRAY8, MJPG. One
+     * more, "flash", makes it flash once a second, and beep, see FlashBeepSource.
      */
     explicit VirtualCamera(const QString& nodeName = QStringLiteral("hd_webcam"),
                            const QString& description = QStringLiteral("HD Webcam"),

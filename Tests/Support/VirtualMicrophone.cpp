@@ -37,6 +37,13 @@ bool hasPorts(const QString& node, const QString& direction)
     });
 }
 
+bool hasPort(const QString& name, const QString& direction)
+{
+    const QStringList all = ports(direction);
+    return std::any_of(all.begin(), all.end(),
+                       [&name](const QString& port) { return port.trimmed() == name; });
+}
+
 bool createNode(const QString& name, const QString& description, const QString& mediaClass)
 {
     // Never suspended: WirePlumber 0.4.13 dies when a node goes that it is about to suspend.
@@ -88,14 +95,23 @@ bool VirtualMicrophone::play(const QString& soundFile)
     m_player.start(QStringLiteral("pw-cat"),
                    {QStringLiteral("--playback"), QStringLiteral("--target=0"),
                     QStringLiteral("--properties={ node.name=%1 }").arg(feeder), soundFile});
-    const auto isReady = [&feeder] { return hasPorts(feeder, QStringLiteral("-o")); };
-    return m_player.waitForStarted() && QTest::qWaitFor(isReady, kTimeoutMs) && link(feeder);
+    return m_player.waitForStarted() && hear(feeder);
+}
+
+bool VirtualMicrophone::hear(const QString& node)
+{
+    return QTest::qWaitFor([&node] { return hasPorts(node, QStringLiteral("-o")); }, kTimeoutMs) &&
+           link(node);
 }
 
 bool VirtualMicrophone::link(const QString& feeder)
 {
+    // The ports of streams and those of devices have different names.
+    const QString port = hasPort(feeder + QStringLiteral(":capture_FL"), QStringLiteral("-o"))
+                             ? QStringLiteral("%1:capture_%2")
+                             : QStringLiteral("%1:output_%2");
     for (const char* channel : {"FL", "FR"}) {
-        const QString from = QStringLiteral("%1:output_%2").arg(feeder, QLatin1String(channel));
+        const QString from = port.arg(feeder, QLatin1String(channel));
         const QString to = QStringLiteral("%1:input_%2").arg(m_nodeName, QLatin1String(channel));
         if (!Command::run(QStringLiteral("pw-link"), {from, to}).ok) {
             return false;

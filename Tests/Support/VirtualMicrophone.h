@@ -29,6 +29,9 @@ public:
 
     /** Plays a file into it, from its beginning, on both channels. Ends what played before. */
     bool play(const QString& soundFile);
+    /** Lets it hear a stream that plays already, or another microphone, as well. @param node its
+     * name */
+    bool hear(const QString& node);
     void stopPlaying();
     bool isPlaying() const { return m_player.state() == QProcess::Running; }
 
