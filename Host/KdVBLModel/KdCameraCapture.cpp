@@ -8,7 +8,9 @@
 
 namespace {
 constexpr qint64 kStallNs = 2000000000LL * KD_BUILD_SLOWDOWN;
-}
+/** Some cameras take seconds until they have found their exposure. */
+constexpr qint64 kFirstPictureNs = 5000000000LL * KD_BUILD_SLOWDOWN;
+} // namespace
 
 KdCameraCapture::KdCameraCapture(const KdCaptureDevice& device, const KdCameraMode& mode,
                                  GstElement* source, KdCameraChain::Receiver receiver,
@@ -44,5 +46,7 @@ void KdCameraCapture::silence()
 
 bool KdCameraCapture::isStalled() const
 {
-    return kdMonotonicNs() - std::max(m_createdNs, m_chain.lastArrivalNs()) > kStallNs;
+    const qint64 now = kdMonotonicNs();
+    return hasPicture() ? now - m_chain.lastArrivalNs() > kStallNs
+                        : now - m_createdNs > kFirstPictureNs;
 }
