@@ -66,8 +66,12 @@ MediaInfo MediaProbe::probe(const QString& path)
     }
     const Command::Result decoded =
         Command::run(QStringLiteral("ffmpeg"),
+                     // With the file's own times: rounded to frames, two pictures of a camera that
+                     // hurries after a delay would become one.
                      {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), path,
-                      QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")},
+                      QStringLiteral("-fps_mode"), QStringLiteral("passthrough"),
+                      QStringLiteral("-enc_time_base"), QStringLiteral("-1"), QStringLiteral("-f"),
+                      QStringLiteral("null"), QStringLiteral("-")},
                      120000);
     info.complaint = QString::fromUtf8(decoded.errors);
     info.isReadable = decoded.ok && decoded.errors.isEmpty() && !streams.isEmpty();
