@@ -21,6 +21,13 @@ QStringList argumentList(int argc, char** argv)
     return arguments;
 }
 
+StudioCommandLine readCommandLine(int argc, char** argv)
+{
+    // Qt's help names the program, and asks the application for it.
+    const QCoreApplication application(argc, argv);
+    return parseStudioCommandLine(argumentList(argc, argv));
+}
+
 int complain(const QString& text, int status)
 {
     std::fprintf(stderr, "studio: %s\n", qPrintable(text));
@@ -42,7 +49,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    const StudioCommandLine line = parseStudioCommandLine(argumentList(argc, argv));
+    const StudioCommandLine line = readCommandLine(argc, argv);
     if (line.outcome == StudioCommandLine::Outcome::Bad) {
         return complain(line.text + QStringLiteral(" See studio --help."), kUsageError);
     }

@@ -102,6 +102,46 @@ bool isInlineOfOthers(const Symbol& symbol)
            (symbol.name.contains(others) || symbol.name.endsWith(QLatin1String(" for bool")));
 }
 
+/** Functions of the C library that every system has, and what std::mutex is made of. */
+QStringList portableFunctions()
+{
+    QStringList names;
+    for (const char* name : {"__cxa_atexit",
+                             "__cxa_finalize",
+                             "__stack_chk_fail",
+                             "abort",
+                             "memchr",
+                             "memcmp",
+                             "memcpy",
+                             "memmove",
+                             "memset",
+                             "strcmp",
+                             "strlen",
+                             "strncmp",
+                             "ceil",
+                             "cos",
+                             "exp",
+                             "floor",
+                             "fmod",
+                             "hypot",
+                             "llround",
+                             "llroundf",
+                             "log",
+                             "log10",
+                             "lround",
+                             "lroundf",
+                             "pow",
+                             "round",
+                             "sin",
+                             "sqrt",
+                             "pthread_mutex_lock",
+                             "pthread_mutex_trylock",
+                             "pthread_mutex_unlock"}) {
+        names.append(QString::fromLatin1(name));
+    }
+    return names;
+}
+
 /** The linker's own marks. */
 bool isMark(const Symbol& symbol)
 {
@@ -150,6 +190,20 @@ private Q_SLOTS:
         QVERIFY(std::any_of(symbols.begin(), symbols.end(), [&name](const Symbol& symbol) {
             return symbol.kind == QLatin1Char('T') && belongsTo(owner(symbol), {name});
         }));
+    }
+
+    void theModuleCallsNothingThatOnlyPosixHas()
+    {
+        const QString version = QStringLiteral("@GLIBC_");
+        QStringList strangers;
+        for (const Symbol& symbol :
+             dynamicSymbols(library("KdRecord"), QStringLiteral("--undefined-only"))) {
+            const QString function = symbol.name.section(QLatin1Char('@'), 0, 0);
+            if (symbol.name.contains(version) && !portableFunctions().contains(function)) {
+                strangers.append(function);
+            }
+        }
+        QCOMPARE(strangers, QStringList());
     }
 
     // So that a host with an engine of its own knows what its library has to have.
