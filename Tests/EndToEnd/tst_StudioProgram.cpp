@@ -72,6 +72,7 @@ class tst_StudioProgram : public KdTestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void itTellsItsArgumentsWithoutADisplay();
     void badCommandLineIsAnsweredWithoutADisplay();
     void missingDisplayIsSaid();
     void unreachableDisplayIsSaid();
@@ -106,6 +107,15 @@ QVector<StudioTake> tst_StudioProgram::listedTakes() const
 {
     const QByteArray index = TestFiles::read(takes() + QStringLiteral("/Takes.json"));
     return StudioTakeIndex::read(index, takes()).takes;
+}
+
+void tst_StudioProgram::itTellsItsArgumentsWithoutADisplay()
+{
+    QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+    bare.remove(QStringLiteral("DISPLAY"));
+    Program program({QStringLiteral("--help")}, bare);
+    QCOMPARE(program.exitStatus(), 0);
+    QVERIFY(program.output().contains(QLatin1String("--voice-over")));
 }
 
 void tst_StudioProgram::badCommandLineIsAnsweredWithoutADisplay()
