@@ -101,7 +101,8 @@ private:
     void givePictures(qint64 nowNs)
     {
         for (qint64 at = takenNs(); at <= nowNs; at = takenNs()) {
-            while (!m_job.isReal && m_take.waitingPictures() > 4) {
+            while (!m_job.isReal && (m_take.waitingPictures() > 4 ||
+                                     m_take.backlog() > std::chrono::milliseconds(1500))) {
                 std::this_thread::sleep_for(std::chrono::microseconds(200));
             }
             readPicture();

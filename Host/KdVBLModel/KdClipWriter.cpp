@@ -204,6 +204,12 @@ int KdClipWriter::mostWaitingPictures() const
     return std::max(kLeastWaiting, std::min(room, static_cast<int>(rateOf(d->format.video))));
 }
 
+std::chrono::nanoseconds KdClipWriter::backlog() const
+{
+    const std::chrono::nanoseconds pictures = d->output.backlog(kPictureTrack);
+    return d->format.hasSound ? std::max(pictures, d->output.backlog(kSoundTrack)) : pictures;
+}
+
 bool KdClipWriter::hasFailed() const
 {
     return d->output.hasFailed();

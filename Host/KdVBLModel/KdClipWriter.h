@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 #include <gst/video/video.h>
@@ -76,6 +77,9 @@ public:
     int waitingPictures() const;
     /** As many as may wait, as they take much room. */
     int mostWaitingPictures() const;
+
+    /** How much sound or picture, whichever is more, waits to be written. */
+    std::chrono::nanoseconds backlog() const;
 
     bool hasFailed() const;
     /** The first failure in the words of the element that met it; empty without one. */

@@ -81,6 +81,11 @@ quint64 KdTakeOutput::rawBacklog(int track) const
     return m_isOpen ? m_pipeline->rawBacklog(track) : 0;
 }
 
+std::chrono::nanoseconds KdTakeOutput::backlog(int track) const
+{
+    return m_isOpen ? m_pipeline->backlog(track) : std::chrono::nanoseconds(0);
+}
+
 void KdTakeOutput::fail(const QString& error)
 {
     if (m_pipeline) {

@@ -45,6 +45,8 @@ public:
 
     /** How many bytes of a track wait to be encoded. */
     quint64 rawBacklog(int track) const;
+    /** How much of a track waits to be written. */
+    std::chrono::nanoseconds backlog(int track) const;
 
     /** How many buffers were left out for the end to come in time. */
     qint64 skipped() const { return m_pipeline ? m_pipeline->skipped() : 0; }

@@ -405,6 +405,13 @@ int KdWebcamTake::waitingPictures() const
     return d->isClosed ? 0 : d->writer.waitingPictures();
 }
 
+std::chrono::milliseconds KdWebcamTake::backlog() const
+{
+    const std::lock_guard<std::mutex> lock(d->mutex);
+    return d->isClosed ? std::chrono::milliseconds(0)
+                       : std::chrono::duration_cast<std::chrono::milliseconds>(d->writer.backlog());
+}
+
 bool KdWebcamTake::hasPicture() const
 {
     const std::lock_guard<std::mutex> lock(d->mutex);

@@ -68,6 +68,9 @@ public:
 
     /** Pictures that wait to be encoded: more than a few when the machine is busy. */
     int waitingPictures() const;
+    /** How much sound or picture, whichever is more, waits to be written. A source that is faster
+     * than time has to heed it, or finish() cannot be done in time. */
+    std::chrono::milliseconds backlog() const;
 
     /** Whether the take has begun: a first picture is in the file, or on its way there. */
     bool hasPicture() const;

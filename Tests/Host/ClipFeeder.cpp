@@ -92,7 +92,8 @@ void ClipFeeder::givePicture()
 void ClipFeeder::wait() const
 {
     constexpr int kFew = 4;
-    while (m_take.waitingPictures() > kFew && !m_take.mustEnd()) {
+    constexpr std::chrono::milliseconds kShort(1500);
+    while ((m_take.waitingPictures() > kFew || m_take.backlog() > kShort) && !m_take.mustEnd()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
