@@ -1,5 +1,7 @@
 #include "StudioShots.h"
 
+#include "WebcamScene.h"
+
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdRecord/KdAudioRecordView.h>
 #include <KdWidgets/KdDoubleSpinBox.h>
@@ -24,6 +26,17 @@ namespace {
 const QString kFileInfo =
     QStringLiteral("{\n    \"audio_channels\": 2,\n    \"device_name\": \"USB Microphone\",\n"
                    "    \"file_duration\": %1,\n    \"sampling_rate\": 16\n}\n");
+
+const QString kClipInfo = QStringLiteral(
+    "{\n    \"camera_record_backgroud\": \"\",\n    \"camera_record_shape\": \"square\",\n"
+    "    \"device_name\": \"Integrated Camera\",\n    \"file_duration\": %1,\n"
+    "    \"frame_rate\": \"30fps\",\n    \"is_camera_zoom\": false,\n"
+    "    \"is_use_mirror\": false,\n    \"video_resolution\": \"1280x720\"\n}\n");
+
+QStringList options(const QString& text)
+{
+    return text.split(QLatin1Char(' '));
+}
 
 /** Studio over a takes folder of its own. */
 class Bench
@@ -54,20 +67,44 @@ public:
     /** A spoken take of some seconds, imported as a recorder's. */
     void import(const QString& name, const QString& words, int seconds)
     {
+        makeTake(name, words, seconds, {});
+        importTake(name, kFileInfo.arg(seconds));
+    }
+
+    /** The same before a webcam. */
+    void importClip(const QString& name, const QString& words, int seconds)
+    {
+        const QString picture = m_folder.filePath(QStringLiteral("scene.png"));
+        WebcamScene::frame(true).save(picture);
+        makeTake(name, words, seconds,
+                 options(QStringLiteral("-loop 1 -framerate 30 -i")) + QStringList(picture) +
+                     options(QStringLiteral("-c:v libx264 -preset ultrafast -pix_fmt yuv420p")));
+        QFile::remove(picture);
+        importTake(name, kClipInfo.arg(seconds));
+    }
+
+private:
+    /** @param picture what brings a picture with the sound */
+    void makeTake(const QString& name, const QString& words, int seconds,
+                  const QStringList& picture)
+    {
         const QString speech = m_folder.filePath(QStringLiteral("speech.wav"));
-        const QString take = m_folder.filePath(name);
         TestSound::writeSpeech(speech, words, seconds);
         Command::run(QStringLiteral("ffmpeg"),
-                     {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), speech,
-                      QStringLiteral("-t"), QString::number(seconds), take});
+                     options(QStringLiteral("-v error -i")) + QStringList(speech) + picture +
+                         QStringList{QStringLiteral("-t"), QString::number(seconds),
+                                     m_folder.filePath(name)});
         QFile::remove(speech);
-        m_window->importer()->import(take, kFileInfo.arg(seconds), QStringLiteral("{\n}\n"));
+    }
+
+    void importTake(const QString& name, const QString& fileInfo)
+    {
+        m_window->importer()->import(m_folder.filePath(name), fileInfo, QStringLiteral("{\n}\n"));
         const int wanted = ++m_imported;
         Shot::waitFor([this, wanted] { return m_window->library()->count() >= wanted; },
                       "an imported take");
     }
 
-private:
     ScriptedEngine m_engine;
     QTemporaryDir m_folder;
     StudioLanguages m_languages;
@@ -85,6 +122,14 @@ void importSome(Bench& bench)
     bench.import(QStringLiteral("REC_20260314_093045.m4a"),
                  QStringLiteral("Thank you for watching, and see you in the next part."), 6);
     Shot::letPass(1200);
+}
+
+bool clip(Bench& bench, const Shot& shot)
+{
+    bench.importClip(QStringLiteral("VID_20260314_093512.mp4"),
+                     QStringLiteral("Hello, and welcome to a new series from my kitchen."), 7);
+    Shot::letPass(2500);
+    return shot.take(bench.window(), QStringLiteral("studio-clip"));
 }
 
 bool recording(Bench& bench, const Shot& shot)
@@ -131,6 +176,7 @@ bool takeStudioShots(const Shot& shot)
     Bench bench;
     importSome(bench);
     ok = shot.take(bench.window(), QStringLiteral("studio-takes")) && ok;
+    ok = clip(bench, shot) && ok;
     ok = recording(bench, shot) && ok;
     bench.window()->voiceOver()->close();
     Shot::letPass(300);

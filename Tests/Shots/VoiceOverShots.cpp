@@ -1,5 +1,7 @@
 #include "VoiceOverShots.h"
 
+#include "DialogStage.h"
+
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdRecord/KAudioSettings.h>
 #include <KdRecord/KComboboxExt.h>
@@ -11,25 +13,17 @@
 #include <Support/SmallDisk.h>
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QDir>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
 
-#include <functional>
 #include <memory>
 
 namespace {
 
-void click(QWidget* button)
-{
-    Shot::waitFor([button] { return button && button->isVisible(); }, "a button to press");
-    QTest::mouseClick(button, Qt::LeftButton);
-}
-
 /** An open dialog over an engine that answers as told. */
-class Stage
+class Stage : public DialogStage
 {
 public:
     explicit Stage(bool withDevice = true)
@@ -41,6 +35,7 @@ public:
         useFolder(QDir::tempPath() + QStringLiteral("/Project/Voice-over"));
         m_view = new KdAudioRecordView(nullptr);
         m_view->doModal();
+        setDialog(m_view);
     }
 
     ~Stage() { delete m_view; }
@@ -53,8 +48,6 @@ public:
         KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetRecoderVoiceFolder(
             folder);
     }
-
-    void press(const QString& name) { click(m_view->findChild<QWidget*>(name)); }
 
     void setCountdown(int seconds)
     {
@@ -72,41 +65,9 @@ public:
         Shot::letPass(300);
     }
 
-    /** Takes the next window of that name when it is on the screen, then closes it. */
-    void shootWhenShown(const Shot& shot, const QString& windowName, const QString& name)
-    {
-        auto* const poll = new QTimer(m_view);
-        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, &shot, windowName, name] {
-            QWidget* const window = visibleWindow(windowName);
-            if (!window || !QTest::qWaitForWindowExposed(window->window())) {
-                return;
-            }
-            poll->stop();
-            Shot::letPass(200);
-            poll->deleteLater();
-            m_ok = shot.take(m_view, name) && m_ok;
-            window->close();
-        });
-        poll->start(50);
-    }
-
-    static QWidget* visibleWindow(const QString& name)
-    {
-        const QWidgetList all = QApplication::allWidgets();
-        for (QWidget* widget : all) {
-            if (widget->objectName() == name && widget->isVisible()) {
-                return widget;
-            }
-        }
-        return nullptr;
-    }
-
-    bool ok() const { return m_ok; }
-
 private:
     ScriptedEngine m_engine;
     QPointer<KdAudioRecordView> m_view;
-    bool m_ok = true;
 };
 
 bool idle(const Shot& shot)
@@ -148,15 +109,13 @@ bool recordingAndPaused(const Shot& shot)
     stage.record();
     bool ok = shot.take(stage.view(), QStringLiteral("voice-over-recording"));
     stage.press(QStringLiteral("KAudioCapture_ButtonReRecord"));
-    Shot::waitFor([] { return Stage::visibleWindow(QStringLiteral("KdPopovers")) != nullptr; },
-                  "a window");
+    Stage::waitForWindow(QStringLiteral("KdPopovers"));
     ok = shot.take(stage.view(), QStringLiteral("voice-over-re-record")) && ok;
     if (QWidget* const popover = Stage::visibleWindow(QStringLiteral("KdPopovers"))) {
         popover->close();
     }
     stage.press(QStringLiteral("KAudioCapture_ButtonPause"));
-    Shot::waitFor([] { return Stage::visibleWindow(QStringLiteral("KdToast")) != nullptr; },
-                  "a window");
+    Stage::waitForWindow(QStringLiteral("KdToast"));
     return shot.take(stage.view(), QStringLiteral("voice-over-paused")) && ok;
 }
 
@@ -228,8 +187,7 @@ bool shootAdvancedSettings(const Shot& shot, QWidget* dialog, KAudioSettings* pa
     bool ok = shot.take(dialog, QStringLiteral("advanced-settings"));
     if (auto* const question = dialog->findChild<KQuestionLabel*>()) {
         QTest::mouseMove(question, question->rect().center());
-        Shot::waitFor([] { return Stage::visibleWindow(QStringLiteral("KdTipWidget")) != nullptr; },
-                      "the tip");
+        Stage::waitForWindow(QStringLiteral("KdTipWidget"));
         ok = shot.take(dialog, QStringLiteral("advanced-settings-tip")) && ok;
         QTest::mouseMove(dialog, QPoint(5, 5));
         Shot::waitFor([] { return Stage::visibleWindow(QStringLiteral("KdTipWidget")) == nullptr; },
@@ -248,8 +206,7 @@ bool shootAdvancedSettings(const Shot& shot, QWidget* dialog, KAudioSettings* pa
     data.bitrateMode = 1;
     page->loadData(data);
     boxes.last()->setCurrentIndex(boxes.last()->findData(2));
-    Shot::waitFor([] { return Stage::visibleWindow(QStringLiteral("KdToast")) != nullptr; },
-                  "the toast");
+    Stage::waitForWindow(QStringLiteral("KdToast"));
     return shot.take(dialog, QStringLiteral("advanced-settings-toast")) && ok;
 }
 

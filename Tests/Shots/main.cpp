@@ -1,11 +1,12 @@
-// shots FOLDER: makes every screenshot, in both skins at 100 and 200 %. The scale is fixed when a
-// process starts, hence the two processes.
+// shots FOLDER [GROUP]...: makes every screenshot, or those of some groups, in both skins at 100
+// and 200 %. The scale is fixed when a process starts, hence the two processes.
 
 #include "PreviewShots.h"
 #include "Shot.h"
 #include "StudioShots.h"
 #include "VideoSettingsShots.h"
 #include "VoiceOverShots.h"
+#include "WebcamShots.h"
 
 #include <KCore/KCoreDirs.h>
 #include <KdAppSettings/KdAppSettings.h>
@@ -17,21 +18,50 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QVector>
 
 namespace {
 
-bool takeAll(const QString& folder)
+const QString kChild = QStringLiteral("--child");
+
+struct Group
+{
+    QString name;
+    bool (*take)(const Shot& shot);
+};
+
+QVector<Group> allGroups()
+{
+    return {{QStringLiteral("voice-over"), takeVoiceOverShots},
+            {QStringLiteral("advanced-settings"), takeAdvancedSettingsShots},
+            {QStringLiteral("webcam"), takeWebcamShots},
+            {QStringLiteral("video-settings"), takeVideoSettingsShots},
+            {QStringLiteral("preview"), takePreviewShots},
+            {QStringLiteral("studio"), takeStudioShots}};
+}
+
+/** @return what the names say, everything when there is none, nothing when one is unknown. */
+QVector<Group> chosenGroups(const QStringList& names)
+{
+    QVector<Group> chosen;
+    for (const Group& group : allGroups()) {
+        if (names.isEmpty() || names.contains(group.name)) {
+            chosen.append(group);
+        }
+    }
+    return names.isEmpty() || chosen.size() == names.size() ? chosen : QVector<Group>();
+}
+
+bool takeAll(const QString& folder, const QVector<Group>& groups)
 {
     bool ok = true;
     const QStringList skins = KdSkin::KdSkinManager::instance()->skins();
     for (const QString& skin : skins) {
         KdSkin::KdSkinManager::instance()->setSkin(skin);
         const Shot shot(folder, skin);
-        ok = takeVoiceOverShots(shot) && ok;
-        ok = takeAdvancedSettingsShots(shot) && ok;
-        ok = takeVideoSettingsShots(shot) && ok;
-        ok = takePreviewShots(shot) && ok;
-        ok = takeStudioShots(shot) && ok;
+        for (const Group& group : groups) {
+            ok = group.take(shot) && ok;
+        }
     }
     return ok;
 }
@@ -43,7 +73,7 @@ int runAtScale(const QStringList& arguments, const QString& scale)
     environment.insert(QStringLiteral("QT_SCALE_FACTOR"), scale);
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(arguments.first(), {arguments.at(1), QStringLiteral("--child")});
+    process.start(arguments.first(), arguments.mid(1) + QStringList(kChild));
     process.waitForFinished(-1);
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : 1;
 }
@@ -56,12 +86,14 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationDisplayName(QStringLiteral("Studio"));
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
-        QTextStream(stderr) << "usage: shots FOLDER\n";
+    QStringList arguments = QCoreApplication::arguments();
+    const bool isChild = arguments.removeOne(kChild);
+    const QVector<Group> groups = chosenGroups(arguments.mid(2));
+    if (arguments.size() < 2 || groups.isEmpty() || !QDir().mkpath(arguments.at(1))) {
+        QTextStream(stderr) << "usage: shots FOLDER [GROUP]...\n";
         return 2;
     }
-    if (arguments.size() == 2) {
+    if (!isChild) {
         const int single = runAtScale(arguments, QStringLiteral("1"));
         const int twofold = runAtScale(arguments, QStringLiteral("2"));
         return single == 0 && twofold == 0 ? 0 : 1;
@@ -70,5 +102,5 @@ int main(int argc, char** argv)
     setZentraDocumentDir(home.path());
     KdAppSettings::GetInstance()->Load();
     KdBaseLog::defaultLogger()->setLevel(KdBaseLog::Warning);
-    return takeAll(arguments.at(1)) ? 0 : 1;
+    return takeAll(arguments.at(1), groups) ? 0 : 1;
 }
