@@ -35,6 +35,8 @@
 
 namespace {
 
+constexpr int kAbovePage = 16;
+
 QString absolute(const QString& folder)
 {
     return QDir::cleanPath(QDir(QDir::fromNativeSeparators(folder)).absolutePath());
@@ -114,6 +116,9 @@ QWidget* StudioWindow::makeBody()
     m_pUsage = new StudioUsageView(body);
     m_pTabs = new QTabWidget(body);
     m_pTabs->setObjectName(QStringLiteral("Studio_Tabs"));
+    // Not by the skin: what a pane keeps free is missing in the least size that the tabs ask for.
+    m_pPages->setContentsMargins(0, kAbovePage, 0, 0);
+    m_pUsage->setContentsMargins(0, kAbovePage, 0, 0);
     m_pTabs->addTab(m_pPages, QString());
     m_pTabs->addTab(m_pUsage, QString());
     auto* const content = new QVBoxLayout;

@@ -411,6 +411,12 @@ void tst_StudioWindow::webcamClipIsListedWithItsPicture()
     QVERIFY(picture->isVisible());
     QTRY_COMPARE(picture->shown().size(), QSize(640, 360));
     QVERIFY(TestClip::isLike(picture->shown().pixelColor(320, 180), QColor(Qt::green)));
+    // Also where there is only the least room.
+    window->resize(window->minimumSizeHint());
+    QTRY_COMPARE(window->size(), window->minimumSizeHint());
+    const auto* const waveform = window->findChild<QWidget*>(QStringLiteral("Studio_Waveform"));
+    QTRY_VERIFY(waveform->isVisible());
+    QTRY_VERIFY(picture->geometry().bottom() < waveform->geometry().top());
 }
 
 void tst_StudioWindow::nothingIsLookedIntoWhileTheCameraStarts()
