@@ -14,7 +14,7 @@ constexpr double kRadius = 6.0;
 StudioPictureView::StudioPictureView(QWidget* parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("Studio_Picture"));
-    setMinimumHeight(120);
+    setMinimumHeight(96);
     connect(KdSkin::KdSkinManager::instance(), &KdSkin::KdSkinManager::skinChanged, this,
             [this] { update(); });
 }

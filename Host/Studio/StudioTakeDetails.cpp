@@ -12,6 +12,13 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+namespace {
+
+/** Little, since it scrolls: with a clip all of the window still fits 600 pixels. */
+constexpr int kLeastReportHeight = 48;
+
+} // namespace
+
 StudioTakeDetails::StudioTakeDetails(StudioPlayer* player, QWidget* parent)
     : KdWidget(parent)
     , m_pPlayer(player)
@@ -38,6 +45,7 @@ void StudioTakeDetails::layOut()
     m_pReportCaption->setCaption(true);
     m_pReport->setObjectName(QStringLiteral("Studio_Report"));
     m_pReport->setReadOnly(true);
+    m_pReport->setMinimumHeight(kLeastReportHeight);
     m_pReport->setTabChangesFocus(true);
     m_pReport->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     auto* const column = new QVBoxLayout(this);
