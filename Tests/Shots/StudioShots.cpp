@@ -173,10 +173,14 @@ bool takeStudioShots(const Shot& shot)
         const Bench empty;
         ok = shot.take(empty.window(), QStringLiteral("studio-empty"));
     }
+    {
+        Bench withClip;
+        importSome(withClip);
+        ok = clip(withClip, shot) && ok;
+    }
     Bench bench;
     importSome(bench);
     ok = shot.take(bench.window(), QStringLiteral("studio-takes")) && ok;
-    ok = clip(bench, shot) && ok;
     ok = recording(bench, shot) && ok;
     bench.window()->voiceOver()->close();
     Shot::letPass(300);
