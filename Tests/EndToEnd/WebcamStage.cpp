@@ -1,6 +1,7 @@
 #include "WebcamStage.h"
 
 #include <KdAppSettings/KdAppSettings.h>
+#include <KdCore/KdLazySingletonManager.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
 #include <KdRecord/KdWebcamRecorderHelper.h>
 #include <KdWidgets/KdComboBox.h>
@@ -32,7 +33,7 @@ public:
     bool hasCome(const QSize& size) const
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        return m_count > 0 && m_size == size;
+        return m_count > 0 && (m_size == size || !size.isValid());
     }
     QSize size() const
     {
@@ -49,6 +50,8 @@ private:
 WebcamStage::WebcamStage(const QString& folder)
     : m_mainWindow(std::make_unique<QWidget>()), m_frames(std::make_unique<Frames>())
 {
+    // What an earlier test chose would be chosen again.
+    KdLazySingletonManager::instance()->releaseAll();
     KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
     KdAppSettings::GetInstance()->Load();
     KdAppSettings::GetInstance()->GetSettings()->GetFolderSettings()->SetCaptureFileFolder(folder);

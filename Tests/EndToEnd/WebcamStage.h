@@ -3,6 +3,7 @@
 #include <Support/DialogDriver.h>
 #include <Support/VirtualCamera.h>
 #include <Support/VirtualMicrophone.h>
+#include <Support/WindowAnswers.h>
 
 #include <KdRecord/KdWebcamRecordView.h>
 
@@ -50,6 +51,8 @@ public:
 
     VirtualCamera& camera() { return m_camera; }
     VirtualMicrophone& microphone() { return m_microphone; }
+    /** Here from the start: a message that no one expects would block the test. */
+    WindowAnswers& answers() { return m_answers; }
 
     /** Opens the dialog, whatever devices there are, without a countdown. */
     void show();
@@ -72,8 +75,8 @@ public:
     void setCountdown(int seconds) const;
     /** The dialog's picture as it is on the screen, without the black beside it. */
     QImage shownPicture() const;
-    /** Waits until a picture of that size comes that was not there before. */
-    bool waitForPicture(const QSize& size, const TestPlace& place = TestPlace());
+    /** Waits until a picture comes that was not there before, of that size if it is valid. */
+    bool waitForPicture(const QSize& size = QSize(), const TestPlace& place = TestPlace());
 
     bool isRecording() const;
     /** Presses the red button and waits until recording began. */
@@ -95,6 +98,7 @@ private:
 
     VirtualCamera m_camera;
     VirtualMicrophone m_microphone;
+    WindowAnswers m_answers;
     std::unique_ptr<QWidget> m_mainWindow;
     QPointer<KdWebcamRecordView> m_view;
     QPointer<KdWebcamRecorderHelper> m_helper;

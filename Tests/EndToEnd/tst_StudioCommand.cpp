@@ -5,12 +5,14 @@
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
 #include <Support/TestFiles.h>
+#include <Support/VirtualCamera.h>
 #include <Support/VirtualMicrophone.h>
 
 #include <QAbstractButton>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -26,7 +28,9 @@ class tst_StudioCommand : public KdTestCase
 
 private Q_SLOTS:
     void voiceOverIsRecordedImportedAndPrinted();
+    void webcamClipIsRecordedImportedAndPrinted();
     void demonstrationNeedsNoMicrophone();
+    void demonstrationNeedsNoCamera();
     void whatIsMissingIsSaid_data();
     void whatIsMissingIsSaid();
     void killInMidTakeLosesASecondAtMost_data();
@@ -36,7 +40,10 @@ private:
     QString takesFolder() const { return temporaryPath(QStringLiteral("takes")); }
     QProcessEnvironment environment() const;
     void start(QProcess& studio, const QStringList& arguments) const;
-    QString onlyTake() const;
+    /** The only file that such a take leaves; empty when there is none, or another. */
+    QString onlyTake(const QString& pattern = QStringLiteral("REC_*.m4a")) const;
+    QString onlyClip() const { return onlyTake(QStringLiteral("VID_*.mp4")); }
+    void waitForEnd(QProcess& studio) const;
 };
 
 QProcessEnvironment tst_StudioCommand::environment() const
@@ -60,10 +67,9 @@ void tst_StudioCommand::start(QProcess& studio, const QStringList& arguments) co
                  QStringList{QStringLiteral("--takes"), takesFolder()} + arguments);
 }
 
-QString tst_StudioCommand::onlyTake() const
+QString tst_StudioCommand::onlyTake(const QString& pattern) const
 {
-    const QStringList files =
-        QDir(takesFolder()).entryList({QStringLiteral("REC_*.m4a")}, QDir::Files);
+    const QStringList files = QDir(takesFolder()).entryList({pattern}, QDir::Files);
     return files.size() == 1 ? QDir(takesFolder()).filePath(files.first()) : QString();
 }
 
@@ -99,6 +105,61 @@ void tst_StudioCommand::voiceOverIsRecordedImportedAndPrinted()
              index.toJson().constData());
 }
 
+void tst_StudioCommand::waitForEnd(QProcess& studio) const
+{
+    DialogDriver::waitUntil([&] { return studio.state() == QProcess::NotRunning; },
+                            QStringLiteral("the end of the command"), 90000);
+}
+
+void tst_StudioCommand::webcamClipIsRecordedImportedAndPrinted()
+{
+    VirtualCamera camera;
+    VirtualMicrophone microphone;
+    QVERIFY(camera.plug());
+    QVERIFY(microphone.plug());
+    const QString tone = temporaryPath(QStringLiteral("tone.wav"));
+    QVERIFY(TestSound::writeTone(tone, 1000.0, -12.0, 60.0));
+    QVERIFY(microphone.play(tone));
+    QProcess studio;
+    start(studio, {QStringLiteral("--webcam"), QStringLiteral("3"), QStringLiteral("--screenshots"),
+                   temporaryPath(QStringLiteral("pictures"))});
+    waitForEnd(studio);
+    const QString output = QString::fromUtf8(studio.readAllStandardOutput());
+    QVERIFY2(studio.exitStatus() == QProcess::NormalExit && studio.exitCode() == 0,
+             studio.readAllStandardError().constData());
+
+    const QString clip = onlyClip();
+    QVERIFY(!clip.isEmpty());
+    QVERIFY2(output.contains(clip), qPrintable(output));
+    QVERIFY2(output.contains(QStringLiteral("\"device_name\": \"HD Webcam\"")), qPrintable(output));
+    QVERIFY2(output.contains(QStringLiteral("\"video_codec\": \"H264\"")), qPrintable(output));
+    const MediaInfo media = MediaProbe::probe(clip);
+    QVERIFY2(media.isReadable, qPrintable(media.complaint));
+    QCOMPARE(media.videoCodec, QStringLiteral("h264"));
+    QVERIFY2(media.seconds >= 2.6 && media.seconds <= 4.0,
+             qPrintable(QString::number(media.seconds)));
+    QVERIFY(MediaProbe::meanDecibel(clip) > -30.0);
+    QVERIFY(TestFiles::read(takesFolder() + QStringLiteral("/Takes.json"))
+                .contains(QFileInfo(clip).fileName().toUtf8()));
+    for (const char* name : {"studio.png", "webcam.png"}) {
+        const QImage picture(temporaryPath(QStringLiteral("pictures/") + QLatin1String(name)));
+        QVERIFY2(!picture.isNull(), name);
+    }
+}
+
+void tst_StudioCommand::demonstrationNeedsNoCamera()
+{
+    QProcess studio;
+    start(studio, {QStringLiteral("--demo"), QStringLiteral("--webcam"), QStringLiteral("2")});
+    waitForEnd(studio);
+    QVERIFY2(studio.exitStatus() == QProcess::NormalExit && studio.exitCode() == 0,
+             studio.readAllStandardError().constData());
+    const MediaInfo media = MediaProbe::probe(onlyClip());
+    QVERIFY2(media.isReadable, qPrintable(media.complaint));
+    QCOMPARE(QSize(media.width, media.height), QSize(1280, 720));
+    QVERIFY2(MediaProbe::meanDecibel(onlyClip()) > -50.0, "The demonstration recorded silence");
+}
+
 void tst_StudioCommand::demonstrationNeedsNoMicrophone()
 {
     QProcess studio;
@@ -116,19 +177,29 @@ void tst_StudioCommand::whatIsMissingIsSaid_data()
 {
     QTest::addColumn<QStringList>("without");
     QTest::addColumn<QStringList>("said");
+    QTest::addColumn<QString>("take");
     const QStringList display = {QStringLiteral("DISPLAY"), QStringLiteral("WAYLAND_DISPLAY")};
     const QStringList sound = {QStringLiteral("XDG_RUNTIME_DIR"), QStringLiteral("PULSE_SERVER"),
                                QStringLiteral("DBUS_SESSION_BUS_ADDRESS")};
-    QTest::newRow("microphone") << QStringList() << QStringList(QStringLiteral("microphone"));
-    QTest::newRow("sound server") << sound << QStringList(QStringLiteral("sound server"));
-    QTest::newRow("display") << display << QStringList(QStringLiteral("display"));
-    QTest::newRow("all of it") << display + sound << QStringList(QStringLiteral("display"));
+    const QString voiceOver = QStringLiteral("--voice-over");
+    const QString webcam = QStringLiteral("--webcam");
+    const auto row = [](const char* name, const QStringList& without, const char* said,
+                        const QString& take) {
+        QTest::newRow(name) << without << QStringList(QString::fromLatin1(said)) << take;
+    };
+    row("microphone", {}, "microphone", voiceOver);
+    row("sound server", sound, "sound server", voiceOver);
+    row("display", display, "display", voiceOver);
+    row("all of it", display + sound, "display", voiceOver);
+    row("camera", {}, "There is no camera", webcam);
+    row("camera and its server", sound, "There is no camera", webcam);
 }
 
 void tst_StudioCommand::whatIsMissingIsSaid()
 {
     QFETCH(QStringList, without);
     QFETCH(QStringList, said);
+    QFETCH(QString, take);
     QProcess studio;
     QDir().mkpath(temporaryPath(QStringLiteral("home")));
     QProcessEnvironment bare = environment();
@@ -140,8 +211,7 @@ void tst_StudioCommand::whatIsMissingIsSaid()
     }
     studio.setProcessEnvironment(bare);
     studio.start(QStringLiteral(STUDIO_PROGRAM),
-                 {QStringLiteral("--takes"), takesFolder(), QStringLiteral("--voice-over"),
-                  QStringLiteral("2")});
+                 {QStringLiteral("--takes"), takesFolder(), take, QStringLiteral("2")});
     QVERIFY(DialogDriver::waitUntil([&] { return studio.state() == QProcess::NotRunning; },
                                     QStringLiteral("the end of the command"), 60000));
     QCOMPARE(studio.exitStatus(), QProcess::NormalExit);
@@ -154,24 +224,34 @@ void tst_StudioCommand::whatIsMissingIsSaid()
 
 void tst_StudioCommand::killInMidTakeLosesASecondAtMost_data()
 {
+    QTest::addColumn<QString>("take");
     QTest::addColumn<int>("afterMs");
-    QTest::newRow("early") << 1700;
-    QTest::newRow("between fragments") << 3250;
-    QTest::newRow("late") << 5010;
+    const QString voiceOver = QStringLiteral("--voice-over");
+    const QString webcam = QStringLiteral("--webcam");
+    QTest::newRow("voice-over, early") << voiceOver << 1700;
+    QTest::newRow("voice-over, between fragments") << voiceOver << 3250;
+    QTest::newRow("voice-over, late") << voiceOver << 5010;
+    QTest::newRow("webcam, early") << webcam << 2100;
+    QTest::newRow("webcam, late") << webcam << 4730;
 }
 
 void tst_StudioCommand::killInMidTakeLosesASecondAtMost()
 {
+    QFETCH(QString, take);
     QFETCH(int, afterMs);
+    const bool isClip = take == QLatin1String("--webcam");
+    const auto file = [&] { return isClip ? onlyClip() : onlyTake(); };
+    VirtualCamera camera;
     VirtualMicrophone microphone;
+    QVERIFY(!isClip || camera.plug());
     QVERIFY(microphone.plug());
     const QString tone = temporaryPath(QStringLiteral("tone.wav"));
     QVERIFY(TestSound::writeTone(tone, 1000.0, -12.0, 60.0));
     QVERIFY(microphone.play(tone));
     QProcess studio;
-    start(studio, {QStringLiteral("--voice-over"), QStringLiteral("30")});
+    start(studio, {take, QStringLiteral("30")});
     // The claim of the name is the beginning of the take.
-    QVERIFY(DialogDriver::waitUntil([&] { return !onlyTake().isEmpty(); },
+    QVERIFY(DialogDriver::waitUntil([&] { return !file().isEmpty(); },
                                     QStringLiteral("the take's file"), 40000));
     QElapsedTimer running;
     running.start();
@@ -192,10 +272,11 @@ void tst_StudioCommand::killInMidTakeLosesASecondAtMost()
     DialogDriver::click(bar, QStringLiteral("Studio_RecoveryRepair"));
     QVERIFY(recovered.wait(20000));
 
-    const MediaInfo media = MediaProbe::probe(onlyTake());
+    const MediaInfo media = MediaProbe::probe(file());
     QVERIFY2(media.isReadable, qPrintable(media.complaint));
     QVERIFY2(media.seconds >= recorded - 1.0,
              qPrintable(QStringLiteral("%1 s of %2 s kept").arg(media.seconds).arg(recorded)));
+    QCOMPARE(media.videoCodec.isEmpty(), !isClip);
     QVERIFY(KdTakeRecovery::find(takesFolder()).isEmpty());
     QVERIFY(QTest::qWaitFor([&] { return bar.isHidden(); }));
 }

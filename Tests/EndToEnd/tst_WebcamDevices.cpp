@@ -5,7 +5,6 @@
 #include <KdWidgets/KdToolButton.h>
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
-#include <Support/WindowAnswers.h>
 
 #include <QFileInfo>
 
@@ -112,11 +111,11 @@ void tst_WebcamDevices::cameraThatGoesInPreviewComesBack()
     QVERIFY(stage.camera().plug());
     QVERIFY(stage.open());
     for (int round = 0; round < 2; ++round) {
-        WindowAnswers answers;
-        answers.answerMessage(QDialogButtonBox::Ok);
+        stage.answers().answerMessage(QDialogButtonBox::Ok);
         QVERIFY(stage.camera().unplug());
-        QTRY_COMPARE_WITH_TIMEOUT(
-            answers.messages(), QStringList(QStringLiteral("The Camera HD Webcam is lost.")), 8000);
+        QTRY_COMPARE_WITH_TIMEOUT(stage.answers().pending(), 0, 8000);
+        QCOMPARE(stage.answers().messages().last(),
+                 QStringLiteral("The Camera HD Webcam is lost."));
         QTRY_COMPARE_WITH_TIMEOUT(stage.choices(WebcamStage::kCamera), none(), 8000);
         QVERIFY(!stage.control<KdToolButton>(WebcamStage::kStart)->isEnabled());
         QVERIFY(stage.camera().plug());
@@ -141,11 +140,10 @@ void tst_WebcamDevices::cameraThatGoesInTheCountdownEndsIt()
     stage.press(WebcamStage::kStart);
     auto* const countdown = stage.control<KdCountCtrl>("KCameraCapture_Countdown");
     QTRY_VERIFY_WITH_TIMEOUT(countdown->isVisible(), 5000);
-    WindowAnswers answers;
-    answers.answerMessage(QDialogButtonBox::Ok);
+    stage.answers().answerMessage(QDialogButtonBox::Ok);
     QVERIFY(stage.camera().unplug());
     QTRY_VERIFY_WITH_TIMEOUT(!countdown->isVisible(), 8000);
-    QTRY_COMPARE_WITH_TIMEOUT(answers.messages(),
+    QTRY_COMPARE_WITH_TIMEOUT(stage.answers().messages(),
                               QStringList(QStringLiteral("The Camera HD Webcam is lost.")), 8000);
     QTRY_VERIFY(!stage.control<KdToolButton>(WebcamStage::kStart)->isChecked());
     QVERIFY(!stage.isRecording());
@@ -160,11 +158,10 @@ void tst_WebcamDevices::cameraThatGoesInMidTakeLeavesTheClip()
     QVERIFY(stage.open());
     QVERIFY(stage.startTake());
     QVERIFY(stage.waitForElapsed(3000));
-    WindowAnswers answers;
-    answers.answerMessage(QDialogButtonBox::Ok);
+    stage.answers().answerMessage(QDialogButtonBox::Ok);
     QVERIFY(stage.camera().unplug());
     const qint64 recorded = stage.lastElapsed();
-    QTRY_COMPARE_WITH_TIMEOUT(answers.messages(),
+    QTRY_COMPARE_WITH_TIMEOUT(stage.answers().messages(),
                               QStringList(QStringLiteral("The Camera HD Webcam is lost.")), 10000);
     QVERIFY(stage.waitForReports(1));
     const MediaInfo media = MediaProbe::probe(stage.lastReport().path);
@@ -187,12 +184,11 @@ void tst_WebcamDevices::microphoneThatGoesInMidTakeLeavesTheClip()
     QVERIFY(stage.open());
     QVERIFY(stage.startTake());
     QVERIFY(stage.waitForElapsed(3000));
-    WindowAnswers answers;
-    answers.answerMessage(QDialogButtonBox::Ok);
+    stage.answers().answerMessage(QDialogButtonBox::Ok);
     QVERIFY(stage.microphone().unplug());
     const qint64 recorded = stage.lastElapsed();
     QTRY_COMPARE_WITH_TIMEOUT(
-        answers.messages(),
+        stage.answers().messages(),
         QStringList(QStringLiteral("Audio device USB Microphone connection lost.")), 10000);
     QVERIFY(stage.waitForReports(1));
     const MediaInfo media = MediaProbe::probe(stage.lastReport().path);
@@ -209,11 +205,10 @@ void tst_WebcamDevices::occupiedCameraIsSaid()
     WebcamStage stage(folder());
     QVERIFY(stage.camera().plug());
     stage.camera().occupy();
-    WindowAnswers answers;
-    answers.answerMessage(QDialogButtonBox::Ok);
+    stage.answers().answerMessage(QDialogButtonBox::Ok);
     stage.show();
     QTRY_COMPARE_WITH_TIMEOUT(
-        answers.messages(),
+        stage.answers().messages(),
         QStringList(QStringLiteral("Webcam is being used by another application, please close "
                                    "other application and try again.")),
         10000);
