@@ -26,13 +26,6 @@ QStringList modes()
             QStringLiteral("YUY2:640x480@15"), QStringLiteral("YUY2:320x240@30")};
 }
 
-bool hasVideoDevice()
-{
-    return !QDir(QStringLiteral("/dev"))
-                .entryList({QStringLiteral("video*")}, QDir::System)
-                .isEmpty();
-}
-
 } // namespace
 
 KdDemoCamera::KdDemoCamera(QObject* parent) : QObject(parent) {}
@@ -47,6 +40,13 @@ QString KdDemoCamera::nodeName()
 QString KdDemoCamera::displayName()
 {
     return QStringLiteral("Demo Camera");
+}
+
+bool KdDemoCamera::hasVideoDevice()
+{
+    return !QDir(QStringLiteral("/dev"))
+                .entryList({QStringLiteral("video*")}, QDir::System)
+                .isEmpty();
 }
 
 bool KdDemoCamera::isCameraThere()

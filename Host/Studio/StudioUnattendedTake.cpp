@@ -28,6 +28,12 @@ QString missingMicrophone()
                                 "in this session. \"./dev run --demo\" brings one of its own.");
 }
 
+/** Asks nobody who may take long to answer. */
+bool canHaveCamera()
+{
+    return KdDemoCamera::hasVideoDevice() || hasSoundServer();
+}
+
 QString missingCamera()
 {
     return QStringLiteral("There is no camera: neither this machine nor the session's video server "
@@ -45,7 +51,7 @@ StudioRecorderManual StudioRecorderManual::voiceOver()
 StudioRecorderManual StudioRecorderManual::webcam()
 {
     return {QStringLiteral("KProDlg_KCameraCptBtn"), QStringLiteral("KCameraCapture_OkButton"),
-            KdDemoCamera::isCameraThere, missingCamera};
+            canHaveCamera, missingCamera};
 }
 
 StudioUnattendedTake::StudioUnattendedTake(StudioRecordSession* session,
