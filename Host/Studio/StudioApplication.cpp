@@ -7,6 +7,7 @@
 #include <KdZentraCore/KdConfigEngine.h>
 #include <Studio/KdDemoCamera.h>
 #include <Studio/KdDemoMicrophone.h>
+#include <Studio/StudioGst.h>
 #include <Studio/StudioImporter.h>
 #include <Studio/StudioLanguages.h>
 #include <Studio/StudioQuitSignals.h>
@@ -154,6 +155,9 @@ void StudioApplication::startNextTake()
         return;
     }
     m_planned = m_plan.takeFirst();
+    // On its first start for a user GStreamer looks through all of its plug-ins. The time that
+    // takes is not to count as a device's absence.
+    StudioGst::start();
     m_take = std::make_unique<StudioUnattendedTake>(
         m_planned.session, m_planned.manual, m_planned.seconds, StudioUnattendedTake::Patience());
     const StudioUnattendedTake* const take = m_take.get();
