@@ -51,7 +51,11 @@ KdWebCamDisplayLabel::KdWebCamDisplayLabel(QWidget* parent)
     initUI();
 }
 
-KdWebCamDisplayLabel::~KdWebCamDisplayLabel() = default;
+KdWebCamDisplayLabel::~KdWebCamDisplayLabel()
+{
+    // A widget that has the focus gives it up as it goes, when this object is a mere QWidget.
+    qApp->disconnect(this);
+}
 
 void KdWebCamDisplayLabel::readConfiguration()
 {

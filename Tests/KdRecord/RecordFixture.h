@@ -49,11 +49,11 @@ public:
 
 protected:
     void setMicrophones(const QStringList& names);
-    /** A child of the tested window, by name. */
+    /** A child of the tested window, by name; null when the window is gone. */
     template <typename Widget>
     Widget* control(const char* name) const
     {
-        return window->findChild<Widget*>(QLatin1String(name));
+        return window ? window->findChild<Widget*>(QLatin1String(name)) : nullptr;
     }
     QAbstractButton* button(const char* name) const { return control<QAbstractButton>(name); }
     void click(const char* name, const TestPlace& place = TestPlace());
