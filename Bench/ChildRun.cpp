@@ -59,6 +59,7 @@ ChildCost runChild(const QStringList& command, double interruptAfterSeconds)
     }
     QElapsedTimer sinceInterrupt;
     if (interruptAfterSeconds > 0.0) {
+        // How long the child records is what is measured, not something to wait for.
         std::this_thread::sleep_for(std::chrono::duration<double>(interruptAfterSeconds));
         sinceInterrupt.start();
         kill(child, SIGINT);

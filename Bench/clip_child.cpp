@@ -103,6 +103,7 @@ private:
         for (qint64 at = takenNs(); at <= nowNs; at = takenNs()) {
             while (!m_job.isReal && (m_take.waitingPictures() > 4 ||
                                      m_take.backlog() > std::chrono::milliseconds(1500))) {
+                // The take has no signal for room in its queue: a real camera never waits for it.
                 std::this_thread::sleep_for(std::chrono::microseconds(200));
             }
             readPicture();

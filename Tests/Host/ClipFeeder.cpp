@@ -94,6 +94,7 @@ void ClipFeeder::wait() const
     constexpr int kFew = 4;
     constexpr std::chrono::milliseconds kShort(1500);
     while ((m_take.waitingPictures() > kFew || m_take.backlog() > kShort) && !m_take.mustEnd()) {
+        // Until the condition holds; the take has no signal for it, as no camera would wait.
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }

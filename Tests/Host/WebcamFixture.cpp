@@ -17,6 +17,7 @@ void WebcamEvents::onFrameChangedCallback(int width, int height, uint8_t* pixels
         ++m_frameCount;
     }
     if (m_slownessMs > 0) {
+        // Being slow is what this observer is asked for: frames must be dropped, not queued.
         QTest::qSleep(m_slownessMs);
     }
 }

@@ -52,6 +52,7 @@ struct Reports
                 [this](GstBuffer*, qint64 captureNs) {
                     ++pictures;
                     oldestNs = qMax(oldestNs.load(), kdMonotonicNs() - captureNs);
+                    // A receiver that takes its time is what is tested: nothing may pile up.
                     QTest::qSleep(qMax(1, slownessMs.load()));
                 }};
     }

@@ -90,9 +90,9 @@ class PresserPlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "Presser.json")
 
 public:
-    QObject* create(const QString& key, const QString& specification) override
+    QObject* create(const QString& key, const QString& arguments) override
     {
-        Q_UNUSED(specification)
+        Q_UNUSED(arguments)
         return key == QLatin1String("kdpresser") ? new Presser : nullptr; // the application's
     }
 };
