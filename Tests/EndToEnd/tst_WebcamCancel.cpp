@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPixmapCache>
 
 /** Clips that are begun again, given up, too short or finished by OK. */
 class tst_WebcamCancel : public KdTestCase
@@ -29,6 +30,7 @@ private:
     QString folder() const { return temporaryPath(QStringLiteral("clips")); }
     QStringList files() const { return QDir(folder()).entryList(QDir::Files | QDir::Hidden); }
     static void recordOnce(const QString& folder);
+    static ProcessUse useAtRest();
 
     /** After the first of many rounds. */
     ProcessUse m_former;
@@ -143,10 +145,17 @@ void tst_WebcamCancel::recordOnce(const QString& folder)
     WebcamStage stage(folder);
     QVERIFY(stage.open());
     QVERIFY(stage.startTake());
-    QVERIFY(stage.waitForElapsed(1100));
+    QVERIFY(stage.waitForElapsed(1300));
     QVERIFY(stage.stopTake());
     stage.view()->close();
     QTRY_VERIFY(!stage.view());
+}
+
+ProcessUse tst_WebcamCancel::useAtRest()
+{
+    // Qt keeps rendered icons up to a limit of its own, which a few hundred dialogs reach.
+    QPixmapCache::clear();
+    return ProcessUse::now();
 }
 
 // In parts, each of which has its own time.
@@ -171,15 +180,16 @@ void tst_WebcamCancel::manyRoundsLeaveNothingBehind()
         }
     }
     if (m_former.threads == 0) {
-        m_former = ProcessUse::now();
+        m_former = useAtRest();
     }
     // Devices are closed, and idle threads end, some time after the dialog.
     DialogDriver::waitUntil([this] { return ProcessUse::now().threads <= m_former.threads + 1; },
                             QStringLiteral("the end of threads"), 60000);
-    const ProcessUse now = ProcessUse::now();
+    const ProcessUse now = useAtRest();
+    qDebug("%lld kB after %d rounds", static_cast<long long>(now.heapKb), rounds);
     QVERIFY2(now.files <= m_former.files + 2,
              qPrintable(QStringLiteral("%1 files, then %2").arg(m_former.files).arg(now.files)));
-    QVERIFY2(now.heapKb <= m_former.heapKb + 2500,
+    QVERIFY2(now.heapKb <= m_former.heapKb + 1500,
              qPrintable(QStringLiteral("%1 kB, then %2").arg(m_former.heapKb).arg(now.heapKb)));
 }
 
