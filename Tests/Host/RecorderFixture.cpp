@@ -1,12 +1,19 @@
 #include "RecorderFixture.h"
 
+#include <Support/Patience.h>
+
 #include <QTest>
 
 using namespace KdVBLMODEL;
 
 namespace {
-constexpr int kTimeoutMs = 10000;
+
+int timeoutMs()
+{
+    return KdTest::patience(10000);
 }
+
+} // namespace
 
 RecorderFixture::RecorderFixture() : m_recorder(createAudioRecorder(nullptr))
 {
@@ -39,7 +46,7 @@ bool RecorderFixture::choose(const QString& name)
         m_chosen = deviceNames().indexOf(name);
         return m_chosen >= 0;
     };
-    if (!QTest::qWaitFor(isListed, kTimeoutMs)) {
+    if (!QTest::qWaitFor(isListed, timeoutMs())) {
         return false;
     }
     m_recorder->setDevice(m_chosen);
@@ -49,7 +56,7 @@ bool RecorderFixture::choose(const QString& name)
 bool RecorderFixture::hearsDevice()
 {
     m_events.clear();
-    return QTest::qWaitFor([this] { return m_events.levels().size() > 1; }, kTimeoutMs);
+    return QTest::qWaitFor([this] { return m_events.levels().size() > 1; }, timeoutMs());
 }
 
 bool RecorderFixture::record(const QString& path, const KdAudioFormat& format)
@@ -65,7 +72,7 @@ bool RecorderFixture::record(const QString& path, const KdAudioFormat& format)
 bool RecorderFixture::waitForTime(qint64 msec)
 {
     return QTest::qWaitFor([&] { return m_events.lastTime() >= msec; },
-                           kTimeoutMs + static_cast<int>(msec));
+                           timeoutMs() + static_cast<int>(msec));
 }
 
 KdAudioFormat RecorderFixture::format(int samplerate, int channels, int bitrate)

@@ -1,12 +1,19 @@
 #include "WebcamFixture.h"
 
+#include <Support/Patience.h>
+
 #include <QTest>
 
 using namespace KdVBLMODEL;
 
 namespace {
-constexpr int kTimeoutMs = 10000;
+
+int timeoutMs()
+{
+    return KdTest::patience(10000);
 }
+
+} // namespace
 
 void WebcamEvents::onFrameChangedCallback(int width, int height, uint8_t* pixels)
 {
@@ -73,7 +80,7 @@ bool WebcamFixture::choose(_KdDevType type, const QString& name)
         index = deviceNames(type).indexOf(name);
         return index >= 0;
     };
-    return QTest::qWaitFor(isListed, kTimeoutMs) && m_recorder->setDevice(type, index);
+    return QTest::qWaitFor(isListed, timeoutMs()) && m_recorder->setDevice(type, index);
 }
 
 bool WebcamFixture::showAt(QSize size, double frameRate)
@@ -92,7 +99,7 @@ bool WebcamFixture::showAt(QSize size, double frameRate)
 bool WebcamFixture::showsFrame(QSize size)
 {
     m_events.clearFrames();
-    return QTest::qWaitFor([&] { return m_events.lastSize() == size; }, kTimeoutMs);
+    return QTest::qWaitFor([&] { return m_events.lastSize() == size; }, timeoutMs());
 }
 
 bool WebcamFixture::open(const QString& name, QSize size)
@@ -112,12 +119,12 @@ bool WebcamFixture::record(const QString& path, bool withSound)
 bool WebcamFixture::waitForTime(qint64 msec)
 {
     return QTest::qWaitFor([&] { return m_events.lastTime() >= msec; },
-                           kTimeoutMs + static_cast<int>(msec));
+                           timeoutMs() + static_cast<int>(msec));
 }
 
 bool WebcamFixture::hears(int deviceStatus)
 {
-    return QTest::qWaitFor([&] { return countOf(deviceStatus) > 0; }, kTimeoutMs);
+    return QTest::qWaitFor([&] { return countOf(deviceStatus) > 0; }, timeoutMs());
 }
 
 int WebcamFixture::countOf(int deviceStatus) const

@@ -2,6 +2,7 @@
 
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
+#include <Support/Patience.h>
 #include <Support/SoundServer.h>
 #include <Support/VirtualMicrophone.h>
 
@@ -74,7 +75,7 @@ void tst_KdAudioRecorderServer::withoutAServerThereAreNoDevicesAndNobodyWaits()
     QCOMPARE(recorder.deviceNames(), QStringList());
     QVERIFY(!recorder.record(takePath()));
     QVERIFY(recorder->stop());
-    QVERIFY2(timer.elapsed() < 600, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < KdTest::patience(600), qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_KdAudioRecorderServer::aServerThatIsStartedLaterBringsItsDevices()
@@ -105,7 +106,7 @@ void tst_KdAudioRecorderServer::aServerThatDiesInMidTakeLeavesAPlayableFile()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(recorder->stop());
-    QVERIFY(timer.elapsed() < 2000);
+    QVERIFY(timer.elapsed() < KdTest::patience(2000));
     const MediaInfo info = MediaProbe::probe(takePath());
     QVERIFY2(info.isReadable, qPrintable(info.complaint));
     QVERIFY(info.seconds * 1000.0 > double(told));
@@ -144,13 +145,16 @@ void tst_KdAudioRecorderServer::aServerThatHangsInMidTakeDoesNotHoldTheTake()
         m_server->hold();
         timer.start();
         QTRY_VERIFY(recorder.events().deviceEvents().contains({fcdAudioInputRemoved, 0}));
-        QVERIFY2(timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < KdTest::patience(4000),
+                 qPrintable(QString::number(timer.elapsed())));
         timer.start();
         QVERIFY(recorder->stop());
-        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < KdTest::patience(2000),
+                 qPrintable(QString::number(timer.elapsed())));
         timer.start();
     }
-    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < KdTest::patience(3000),
+             qPrintable(QString::number(timer.elapsed())));
     const MediaInfo info = MediaProbe::probe(takePath());
     QVERIFY2(info.isReadable, qPrintable(info.complaint));
     QVERIFY(info.seconds > 0.9);
@@ -169,13 +173,16 @@ void tst_KdAudioRecorderServer::aServerThatHangsHoldsNoOperation()
         QElapsedTimer timer;
         timer.start();
         recorder.deviceNames();
-        QVERIFY2(timer.elapsed() < 300, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < KdTest::patience(300),
+                 qPrintable(QString::number(timer.elapsed())));
         timer.start();
         const bool isStarted = recorder.record(takePath());
-        QVERIFY2(timer.elapsed() < 300, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < KdTest::patience(300),
+                 qPrintable(QString::number(timer.elapsed())));
         timer.start();
         QCOMPARE(recorder->stop(), !isStarted); // a take that heard nothing leaves nothing
-        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY2(timer.elapsed() < KdTest::patience(2000),
+                 qPrintable(QString::number(timer.elapsed())));
     }
     m_server->letGo();
     QTRY_VERIFY(QDir(temporaryPath(QStringLiteral("takes")))

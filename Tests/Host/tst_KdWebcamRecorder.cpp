@@ -4,6 +4,7 @@
 #include <Support/ClipProbe.h>
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
+#include <Support/Patience.h>
 #include <Support/ProcessUse.h>
 #include <Support/TestFiles.h>
 #include <Support/VirtualCamera.h>
@@ -180,14 +181,13 @@ void tst_KdWebcamRecorder::aTakeHoldsWhatTheCameraGave()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(recorder.record(takePath(), withSound));
-    QVERIFY2(timer.elapsed() < 300 * KD_BUILD_SLOWDOWN,
-             qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < KdTest::patience(300), qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(recorder->curStatus(), fcsRecording);
     QCOMPARE(recorder->getOutputFile(), takePath());
     QVERIFY(recorder.waitForTime(3000));
     timer.start();
     QVERIFY(recorder->stop());
-    QVERIFY2(timer.elapsed() < 2000 * KD_BUILD_SLOWDOWN,
+    QVERIFY2(timer.elapsed() < KdTest::patience(2000),
              qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(recorder->curStatus(), fcsNoStart);
 
@@ -458,7 +458,7 @@ void tst_KdWebcamRecorder::aCameraThatGoesInMidTakeLeavesAFinishedFile()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(recorder->stop());
-    QVERIFY(timer.elapsed() < 2000);
+    QVERIFY(timer.elapsed() < KdTest::patience(2000));
     QCOMPARE(recorder->curStatus(), fcsNoStart);
     const MediaInfo info = MediaProbe::probe(takePath());
     QVERIFY2(info.isReadable, qPrintable(info.complaint));

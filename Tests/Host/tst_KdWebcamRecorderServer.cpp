@@ -2,6 +2,7 @@
 
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
+#include <Support/Patience.h>
 #include <Support/SoundServer.h>
 #include <Support/VirtualCamera.h>
 #include <Support/VirtualMicrophone.h>
@@ -84,8 +85,7 @@ void tst_KdWebcamRecorderServer::withoutAServerThereAreNoCamerasAndNobodyWaits()
     QVERIFY(!recorder->startPreview());
     QVERIFY(!recorder.record(takePath()));
     QVERIFY(recorder->stop());
-    QVERIFY2(timer.elapsed() < 900 * KD_BUILD_SLOWDOWN,
-             qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < KdTest::patience(900), qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_KdWebcamRecorderServer::aServerThatIsStartedLaterBringsItsCameras()
@@ -125,7 +125,7 @@ void tst_KdWebcamRecorderServer::aServerThatDiesInMidTakeLeavesAPlayableFile()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(recorder->stop());
-    QVERIFY(timer.elapsed() < 2000 * KD_BUILD_SLOWDOWN);
+    QVERIFY(timer.elapsed() < KdTest::patience(2000));
     const MediaInfo info = MediaProbe::probe(takePath());
     QVERIFY2(info.isReadable, qPrintable(info.complaint));
     QVERIFY(info.seconds * 1000.0 > double(told) - 100.0);
@@ -145,15 +145,15 @@ void tst_KdWebcamRecorderServer::aServerThatHangsInMidTakeDoesNotHoldTheTake()
         m_camera->hold(); // which could go on giving pictures without the server
         timer.start();
         QVERIFY(recorder.hears(fcdWebcamRemoved));
-        QVERIFY2(timer.elapsed() < 5000 * KD_BUILD_SLOWDOWN,
+        QVERIFY2(timer.elapsed() < KdTest::patience(5000),
                  qPrintable(QString::number(timer.elapsed())));
         timer.start();
         QVERIFY(recorder->stop());
-        QVERIFY2(timer.elapsed() < 2000 * KD_BUILD_SLOWDOWN,
+        QVERIFY2(timer.elapsed() < KdTest::patience(2000),
                  qPrintable(QString::number(timer.elapsed())));
         timer.start();
     }
-    QVERIFY2(timer.elapsed() < 4000 * KD_BUILD_SLOWDOWN,
+    QVERIFY2(timer.elapsed() < KdTest::patience(4000),
              qPrintable(QString::number(timer.elapsed())));
     const MediaInfo info = MediaProbe::probe(takePath());
     QVERIFY2(info.isReadable, qPrintable(info.complaint));
@@ -173,15 +173,15 @@ void tst_KdWebcamRecorderServer::aServerThatHangsHoldsNoOperation()
         timer.start();
         QVERIFY(recorder.showAt(kVga)); // opens the device, which does not answer
         recorder.deviceNames(kdtWebcam);
-        QVERIFY2(timer.elapsed() < 300 * KD_BUILD_SLOWDOWN,
+        QVERIFY2(timer.elapsed() < KdTest::patience(300),
                  qPrintable(QString::number(timer.elapsed())));
         timer.start();
         recorder.record(takePath());
-        QVERIFY2(timer.elapsed() < 300 * KD_BUILD_SLOWDOWN,
+        QVERIFY2(timer.elapsed() < KdTest::patience(300),
                  qPrintable(QString::number(timer.elapsed())));
         timer.start();
         recorder->stop();
-        QVERIFY2(timer.elapsed() < 2000 * KD_BUILD_SLOWDOWN,
+        QVERIFY2(timer.elapsed() < KdTest::patience(2000),
                  qPrintable(QString::number(timer.elapsed())));
     }
     m_server->letGo();
