@@ -2,6 +2,7 @@
 #include <KdVBLModel/KdMonotonicTime.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/Patience.h>
 
 #include <QElapsedTimer>
 
@@ -193,7 +194,7 @@ void tst_KdCameraCapture::aCameraThatFallsSilentIsStalled()
                             reports.receiver(), reports.failed());
     capture.start();
     QVERIFY(!capture.isStalled());
-    QTRY_VERIFY_WITH_TIMEOUT(capture.isStalled(), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(capture.isStalled(), KdTest::patience(15000));
     QCOMPARE(reports.failures.load(), 0);
 }
 
