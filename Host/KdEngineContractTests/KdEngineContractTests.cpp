@@ -125,7 +125,7 @@ private:
         QElapsedTimer timer;
         timer.start();
         call();
-        return timer.elapsed() <= milliseconds * m_stage.slowdown;
+        return timer.elapsed() <= qint64(milliseconds) * m_stage.slowdown;
     }
 
     static bool isFile(const QString& path)

@@ -21,7 +21,7 @@ KdCapturePipeline::Callbacks pipelineCallbacks(const KdAudioCapture::Callbacks& 
 } // namespace
 
 KdAudioCapture::KdAudioCapture(const KdCaptureDevice& device, GstElement* source,
-                               Callbacks callbacks)
+                               const Callbacks& callbacks)
     : m_device(device)
     , m_chain(source, callbacks.samples)
     , m_pipeline(m_chain.bin(), pipelineCallbacks(callbacks))

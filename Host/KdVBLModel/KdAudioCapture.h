@@ -26,7 +26,7 @@ public:
 
     /** @param source floating, of the device; null makes a capture that does not start. The
      * destructor closes the device: no callback runs or starts afterwards. */
-    KdAudioCapture(const KdCaptureDevice& device, GstElement* source, Callbacks callbacks);
+    KdAudioCapture(const KdCaptureDevice& device, GstElement* source, const Callbacks& callbacks);
 
     /** Opens the device. @return false when it cannot be; the log says why. */
     bool start();

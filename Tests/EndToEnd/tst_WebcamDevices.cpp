@@ -5,6 +5,7 @@
 #include <KdWidgets/KdToolButton.h>
 #include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
+#include <Support/Patience.h>
 
 #include <QFileInfo>
 
@@ -211,7 +212,7 @@ void tst_WebcamDevices::occupiedCameraIsSaid()
         stage.answers().messages(),
         QStringList(QStringLiteral("Webcam is being used by another application, please close "
                                    "other application and try again.")),
-        10000);
+        KdTest::patience(10000));
     QVERIFY(stage.view());
     stage.camera().free();
 }

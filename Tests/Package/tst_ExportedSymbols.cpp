@@ -150,6 +150,18 @@ bool isMark(const Symbol& symbol)
            symbol.name == QLatin1String("_fini");
 }
 
+/** What a sanitizer adds: its own marks, and the types of foreign objects that it looks at. */
+bool isSanitizers(const Symbol& symbol)
+{
+#ifdef __SANITIZE_ADDRESS__
+    return symbol.name.startsWith(QLatin1String("__odr_asan.")) ||
+           (symbol.kind == QLatin1Char('V') && symbol.name.startsWith(QLatin1String("typeinfo ")));
+#else
+    Q_UNUSED(symbol)
+    return false;
+#endif
+}
+
 } // namespace
 
 /** What the installed library shows to its hosts. */
@@ -166,7 +178,7 @@ private Q_SLOTS:
         QStringList strangers;
         for (const Symbol& symbol : symbols) {
             if (!belongsTo(owner(symbol), publicNames()) && !isInlineOfOthers(symbol) &&
-                !isMark(symbol)) {
+                !isMark(symbol) && !isSanitizers(symbol)) {
                 strangers.append(symbol.name);
             }
         }
