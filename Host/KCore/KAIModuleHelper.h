@@ -24,6 +24,11 @@ public:
      */
     static bool isAvailableForUse(int moduleNumber);
 
-    /** @param probe replaces the one offered before under that number; null withdraws it. */
+    /**
+     * Makes a module known, replaces it or withdraws it.
+     * @param moduleNumber the host's number of the module.
+     * @param probe asked from now on, on whatever thread wants to know; null: the module is offered
+     * no more. A question that is on its way meanwhile may still reach the former one.
+     */
     static void offer(int moduleNumber, Probe probe);
 };

@@ -9,9 +9,11 @@
 class KDCORE_EXPORT KdCustomEvent
 {
 public:
+    /** Virtual, so that dynamic_cast tells events apart. */
     virtual ~KdCustomEvent();
 
 protected:
+    /** For the events of a module, which derive from it. */
     KdCustomEvent() = default;
 
 private:

@@ -10,7 +10,12 @@
 class KDCORE_EXPORT IKdCustomEventReceiver
 {
 public:
+    /** Registers nothing: KdCustomEventManager::addReceiver() does. */
     IKdCustomEventReceiver() = default;
+    /**
+     * Unregisters nothing: whoever registered it calls KdCustomEventManager::removeReceiver()
+     * before.
+     */
     virtual ~IKdCustomEventReceiver();
 
     /**
@@ -32,22 +37,31 @@ private:
 class KDCORE_EXPORT KdCustomEventManager
 {
 public:
-    /** @return whether a receiver is to get the event. */
+    /**
+     * Answers whether a receiver is to get the event. Asked on the sending thread, before each
+     * receiver.
+     */
     using ReceiverFilter = std::function<bool(const IKdCustomEventReceiver&)>;
 
-    /** Never null, lives until the process ends. */
+    /** @return the manager; never null, lives until the process ends. */
     static KdCustomEventManager* instance();
 
-    /** Null and a receiver that is registered already change nothing. */
+    /**
+     * @param receiver not owned; told of every event from now on. Null and a receiver that is
+     * registered already change nothing.
+     */
     void addReceiver(IKdCustomEventReceiver* receiver);
     /**
      * A barrier: when it returns, no call on that receiver is running on another thread and none
      * will start. From inside the receiver's own call it returns at once.
+     * @param receiver told of nothing any more; one that is not registered is waited for all the
+     * same.
      */
     void removeReceiver(IKdCustomEventReceiver* receiver);
 
     /**
      * Returns when every receiver has been called, in the order registered.
+     * @param event the sender's own, which may go when this returns.
      * @param filter empty: the event is for every receiver.
      */
     void sendEvent(const KdCustomEvent& event, const ReceiverFilter& filter);

@@ -14,9 +14,20 @@
  * release() may be called on any thread.
  */
 template <typename T>
+/**
+ * A process-wide object that is made on first use. The lazy-singleton manager destroys it at
+ * shutdown, or an at-exit routine when isManaged() of the object answers false. instance() and
+ * release() may be called on any thread.
+ * @tparam T the class itself, which derives from this one; default-constructible, and a friend of
+ * this class when its constructor is private. Its constructor must not ask for instance().
+ */
 class KdLazySingleton : public IKdLazySingleton
 {
 public:
+    /**
+     * @return the object, made now where there is none; never null, not the caller's, gone after
+     * release().
+     */
     static T* instance()
     {
         if (T* existing = s_instance.load(std::memory_order_acquire)) {

@@ -9,7 +9,9 @@
 class KDCORE_EXPORT IKdLazySingleton
 {
 public:
+    /** Makes nothing known: KdLazySingletonManager::add() does. */
     IKdLazySingleton() = default;
+    /** Comes by release(). */
     virtual ~IKdLazySingleton();
     /** Destroys the object. */
     virtual void release() = 0;
@@ -21,16 +23,28 @@ private:
     IKdLazySingleton& operator=(const IKdLazySingleton&) = delete;
 };
 
-/** Owns the lazy singletons that want it; releases them, last made first, in releaseAll().
- * Thread-safe. */
+/**
+ * Owns the lazy singletons that want it; releases them, last made first, in releaseAll(). All
+ * operations may be called on any thread.
+ */
 class KDCORE_EXPORT KdLazySingletonManager
 {
 public:
+    /** @return the manager; never null, lives until the process ends. */
     static KdLazySingletonManager* instance();
 
+    /**
+     * @param singleton the manager's from now on; null and one that is known already change
+     * nothing.
+     */
     void add(IKdLazySingleton* singleton);
+    /** @param singleton forgotten and not released; one that is not known changes nothing. */
     void remove(IKdLazySingleton* singleton);
-    /** Called by the host at shutdown, while QCoreApplication still lives. */
+    /**
+     * Releases all singletons, those too that are made meanwhile. Called by the host at shutdown,
+     * when its windows are gone and QCoreApplication still lives. A singleton that is asked for
+     * later is made anew.
+     */
     void releaseAll();
 
 private:

@@ -1,5 +1,10 @@
 #pragma once
 
+/**
+ * @file
+ * Observers that are called on one thread and removed on another.
+ */
+
 #include <KdCore/KdCoreExport.h>
 
 #include <algorithm>
@@ -23,13 +28,29 @@ KDCORE_EXPORT void kdLogObserverException();
  * All operations may be called on any thread. The observers stay the caller's.
  */
 template <typename Observer>
+/**
+ * Observers that may be called on any thread and may be removed from any thread at any time.
+ *
+ * Removing is a barrier: when remove() returns, no call on that observer is running on another
+ * thread and none will start. From inside the observer's own call it returns at once, and only that
+ * one call is left to end. No lock is held during a call, so an observer may do anything here but
+ * remove an observer that waits, in its own call, for this one.
+ *
+ * All operations may be called on any thread. The observers stay the caller's.
+ * @tparam Observer the interface that is called.
+ */
 class KdObserverList
 {
 public:
+    /** An empty list. */
     KdObserverList() = default;
+    /** A barrier for all that are left, as clear(). Not from inside an observer's call. */
     ~KdObserverList() { clear(); }
 
-    /** Null and an observer that is there already change nothing. */
+    /**
+     * @param observer called from the next notify() on. Null and an observer that is there already
+     * change nothing.
+     */
     void add(Observer* observer)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -38,7 +59,10 @@ public:
         }
     }
 
-    /** The barrier, see above. An observer that is not there is waited for all the same. */
+    /**
+     * The barrier, see above.
+     * @param observer called no more. One that is not there is waited for all the same.
+     */
     void remove(Observer* observer)
     {
         std::unique_lock<std::mutex> lock(m_mutex);
@@ -47,7 +71,7 @@ public:
         m_callEnded.wait(lock, [this, observer] { return !runsElsewhere(observer); });
     }
 
-    /** Removes all. */
+    /** Removes all: a barrier for each of them. */
     void clear()
     {
         std::unique_lock<std::mutex> lock(m_mutex);
@@ -59,6 +83,7 @@ public:
         });
     }
 
+    /** @return whether there is nobody to call. */
     bool isEmpty() const
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -67,6 +92,12 @@ public:
 
     /** Calls function(*observer) for every observer, in the order added, on this thread. */
     template <typename Function>
+    /**
+     * Calls every observer, in the order added, on this thread; those that are added meanwhile are
+     * left out. What an observer throws is logged and goes no further.
+     * @tparam Function callable with an Observer&.
+     * @param function called once for each observer.
+     */
     void notify(Function&& function)
     {
         const std::vector<Observer*> observers = snapshot();

@@ -9,6 +9,7 @@
 /** What became of a repair. */
 struct RepairResult
 {
+    /** How it ended. */
     enum class Outcome
     {
         Repaired,           ///< the file at the take's path now plays everywhere
@@ -17,9 +18,9 @@ struct RepairResult
         Failed              ///< the message says why; the take is as unfinished as before
     };
 
-    Outcome outcome = Outcome::Failed;
-    QString message;       ///< one sentence for the log or a user
-    qint64 durationMs = 0; ///< length of the repaired take
+    Outcome outcome = Outcome::Failed; ///< how it ended
+    QString message;                   ///< one sentence for the log or a user
+    qint64 durationMs = 0; ///< length of the repaired take in ms; 0 unless it was repaired
 };
 
 /**
@@ -38,12 +39,18 @@ struct RepairResult
 class KDVBLMODEL_EXPORT KdTakeRepair
 {
 public:
-    /** Called now and then with 0 to 100, on the calling thread. @return false to cancel. */
+    /**
+     * Called now and then on the calling thread with how far it is, 0 to 100. Answers whether to go
+     * on; false cancels.
+     */
     using Progress = std::function<bool(int percent)>;
 
     /**
+     * Repairs a file in place.
      * @param path a file that nobody writes to any more. A take that is whole already counts as
      * repaired.
+     * @param progress told how far it is; may be empty.
+     * @return what became of it. No sound or picture of the take is lost by a repair that failed.
      */
     static RepairResult run(const QString& path, const Progress& progress = {});
 };

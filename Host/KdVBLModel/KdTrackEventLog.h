@@ -12,9 +12,9 @@
 /** A usage report that was sent. */
 struct KdTrackEventRecord
 {
-    QDateTime time;
-    QString name;
-    QVector<std::pair<QString, QVariant>> properties;
+    QDateTime time;                                   ///< when it was sent, local time
+    QString name;                                     ///< of the event
+    QVector<std::pair<QString, QVariant>> properties; ///< in the order they were set
 };
 
 /**
@@ -24,10 +24,11 @@ struct KdTrackEventRecord
  */
 namespace KdTrackEventLog {
 
-/** The last 1000 at most. */
+/** @return the reports in the order sent, the last 1000 at most. */
 KDVBLMODEL_EXPORT QVector<KdTrackEventRecord> records();
 /** Forgets the records in memory; the file stays. */
 KDVBLMODEL_EXPORT void clear();
+/** @return full path of the file, in the document folder of now. */
 KDVBLMODEL_EXPORT QString filePath();
 
 } // namespace KdTrackEventLog

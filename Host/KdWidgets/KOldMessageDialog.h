@@ -7,8 +7,9 @@
 /**
  * Modal messages with plain text, broken into lines and scrolled where it is long. Object names:
  * the dialog "KOldMessageDialog", its text "KOldMessageDialog_Text", its buttons
- * "KOldMessageDialog_Ok", "_Yes" and "_No". The calls return when the dialog was answered or
- * destroyed (with its parent, say): whoever calls must look whether it still exists itself.
+ * "KOldMessageDialog_Ok", "_Yes" and "_No". The calls run an event loop and return when the dialog
+ * was answered or destroyed (with its parent, say): whoever calls must look whether it still exists
+ * itself. GUI thread.
  */
 class KDWIDGETS_EXPORT KOldMessageDialog : public KdFramelessDialog
 {
@@ -16,8 +17,11 @@ class KDWIDGETS_EXPORT KOldMessageDialog : public KdFramelessDialog
 
 public:
     /**
-     * @param buttons of Ok, Yes and No; without any of them there is Ok
-     * @param title empty: the product's name
+     * Tells something.
+     * @param text shown as it is, markup too.
+     * @param parent the dialog stands over its window and goes with it; may be null.
+     * @param buttons of Ok, Yes and No; without any of them there is Ok.
+     * @param title empty: the application's display name.
      * @return the button pressed; Ok when the dialog was closed otherwise.
      */
     static QDialogButtonBox::StandardButton
@@ -25,13 +29,20 @@ public:
                QDialogButtonBox::StandardButtons buttons = QDialogButtonBox::Ok,
                const QString& title = QString());
 
-    /** @param safeAnswer the default button, also the answer when the dialog is closed otherwise.
+    /**
+     * Asks something.
+     * @param text shown as it is, markup too.
+     * @param parent the dialog stands over its window and goes with it; may be null.
+     * @param safeAnswer the default button, also the answer when the dialog is closed otherwise.
+     * @param title empty: the application's display name.
+     * @return QDialogButtonBox::Yes or QDialogButtonBox::No.
      */
     static QDialogButtonBox::StandardButton
     Question_YesNo(const QString& text, QWidget* parent,
                    QDialogButtonBox::StandardButton safeAnswer = QDialogButtonBox::Yes,
                    const QString& title = QString());
 
+    /** @return the message, for whoever finds the dialog by its object name. */
     QString text() const;
 
 private:

@@ -8,5 +8,6 @@ class KDWIDGETS_EXPORT KdButton : public KdToolButton
     Q_OBJECT
 
 public:
+    /** @param parent owns the button; may be null. */
     explicit KdButton(QWidget* parent = nullptr);
 };

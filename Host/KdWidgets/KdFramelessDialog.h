@@ -15,7 +15,7 @@ class QVBoxLayout;
 /**
  * A dialog without the window system's frame: title bar, content, and a bar of buttons at the
  * bottom. Unless it was moved it appears in the middle of its parent's window or else of the
- * screen. The content comes first in the tab order, the title bar's buttons last.
+ * screen. The content comes first in the tab order, the title bar's buttons last. GUI thread.
  */
 class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 {
@@ -23,26 +23,38 @@ class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 
 public:
     /**
+     * @param parent owns the dialog, which stands over its window; may be null.
      * @param fixedSize false: the size is the user's as well, as soon as the title bar is told so
-     *        by SetResizeble()
+     * by KdTitleBar::SetResizeble()
      * @param shadow whether a one-pixel border in the stroke colour lies over the edge; it takes no
-     *        room
+     * room
      * @param kind 1: a dialog, 0: a plain window that also stands in the task bar
      */
     explicit KdFramelessDialog(QWidget* parent = nullptr, bool fixedSize = true, bool shadow = true,
                                int kind = 1);
     ~KdFramelessDialog() override;
 
-    /** Also the window title. */
+    /** @param title shown in the title bar as plain text; also the window title. */
     void SetTitleName(const QString& title);
+    /** @return the bar at the top; never null, the dialog's own. */
     KdTitleBar* titleBar() const;
-    /** @param widget becomes a child of the dialog; a former one is deleted. */
+    /**
+     * Puts a widget between title bar and buttons.
+     * @param widget becomes a child of the dialog; a former one is deleted. Null: no content.
+     */
     void setContentWidget(QWidget* widget);
+    /** @return the content; null when there is none, or it was destroyed. */
     QWidget* contentWidget() const;
-    /** Where a dialog puts its buttons, right-aligned. */
+    /** @return where a dialog puts its buttons, right-aligned; never null, the dialog's own. */
     QHBoxLayout* buttonBarLayout() const;
+    /** @param visible false: the bar of buttons takes no room; true at first. */
     void setButtonBarVisible(bool visible);
+    /** @param mask one of KdTitleBar::Buttons; anything else shows the close button only. */
     void setTitleBarButtons(int mask);
+    /**
+     * See KdTitleBar::SetMinimizedEnable().
+     * @param enable whether the minimise button minimises the window itself; true at first.
+     */
     void SetMinimizedEnable(bool enable);
 
 protected:

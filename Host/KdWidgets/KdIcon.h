@@ -9,15 +9,19 @@
 /** Icons from files, sharp on every screen. GUI thread. */
 namespace KdIcon {
 
-/** @return the size that the file was drawn for; empty when it cannot be read. */
+/**
+ * @param file path or resource.
+ * @return the size that the file was drawn for; empty when it cannot be read.
+ */
 KDWIDGETS_EXPORT QSize naturalSize(const QString& file);
 
 /**
- * An .svg is drawn at the wanted number of device pixels; for a .png its @2x sibling is taken where
- * that has more.
- * @param size in device-independent pixels; the icon keeps its proportions in the middle
- * @param ratio device pixels for each of them, as of QWidget::devicePixelRatioF()
- * @return null when the file cannot be read.
+ * An .svg is drawn at the wanted number of device pixels; for a .png its \@2x sibling is taken
+ * where that has more. Kept in Qt's cache of pixmaps.
+ * @param file path or resource.
+ * @param size in device-independent pixels; the icon keeps its proportions in the middle.
+ * @param ratio device pixels for each of them, as of QWidget::devicePixelRatioF().
+ * @return null when the file cannot be read, or size is empty.
  */
 KDWIDGETS_EXPORT QPixmap pixmap(const QString& file, const QSize& size, qreal ratio);
 

@@ -10,26 +10,30 @@
 class QLabel;
 class QVBoxLayout;
 
-/** Small windows anchored at a control. Object name "KdPopovers". */
+/** Small windows anchored at a control. Object name "KdPopovers". GUI thread. */
 class KDWIDGETS_EXPORT KdPopovers : public QWidget
 {
     Q_OBJECT
 
 public:
+    /** What a question says, as plain text. */
     struct ConfirmTexts
     {
-        QString text;
-        QString cancel;
-        QString confirm;
+        QString text;    ///< the question
+        QString cancel;  ///< on the button that answers false
+        QString confirm; ///< on the button that answers true
     };
 
     /**
-     * Asks beside anchor, in plain text. The buttons are named "KdPopovers_Cancel" (the default)
-     * and "KdPopovers_Confirm".
+     * Asks beside a control and returns at once. The buttons are named "KdPopovers_Cancel" (the
+     * default) and "KdPopovers_Confirm".
+     * @param anchor owns the popover, which points at it; not null.
+     * @param texts of the question and its buttons.
      * @param answered called once with the answer, false also when the popover is closed otherwise:
      * by Escape, by a press outside, by a modal dialog, by the anchor's window going. Called from
      * the event loop, when the popover is gone from the screen, so that it may destroy anchor or
-     * ask on; not called when anchor is destroyed before. The popover deletes itself.
+     * ask on; not called when anchor is destroyed before. May be null.
+     * @return the popover on the screen, which deletes itself.
      */
     static KdPopovers* showConfirm(QWidget* anchor, const ConfirmTexts& texts,
                                    std::function<void(bool confirmed)> answered);

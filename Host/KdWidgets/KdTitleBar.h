@@ -7,7 +7,9 @@
 class KdLabel;
 class QToolButton;
 
-/** The bar of a frameless dialog: title left, buttons right, 40 high; dragging it moves the window.
+/**
+ * The bar of a frameless dialog: title left, buttons right, 40 high; dragging it moves the window.
+ * GUI thread.
  */
 class KDWIDGETS_EXPORT KdTitleBar : public QWidget
 {
@@ -17,36 +19,46 @@ public:
     /** What ButtonClick() carries. Object names: "KdTitleBar_Close", "KdTitleBar_Minimize". */
     enum ButtonId : int
     {
-        CloseButton = 1,
-        MinimizeButton = 4
+        CloseButton = 1,   ///< closes the window
+        MinimizeButton = 4 ///< minimises the window, or only says so
     };
     /** Masks for setButtons(). */
     enum Buttons : int
     {
-        CloseOnly = 1,
-        MinimizeToTrayAndClose = 32
+        CloseOnly = 1,              ///< the close button
+        MinimizeToTrayAndClose = 32 ///< a minimise button beside it
     };
 
+    /** @param parent owns the bar; its window is the one that is moved and closed. May be null. */
     explicit KdTitleBar(QWidget* parent = nullptr);
 
-    /** Plain text, elided where it does not fit. */
+    /** @param title plain text, elided where it does not fit. */
     void setTitle(const QString& title);
+    /** @return the whole title. */
     QString title() const;
     /** @param mask one of Buttons; anything else shows the close button only. */
     void setButtons(int mask);
-    /** While false the minimise button only reports itself; while true, the default, it also
-     * minimises the window. */
+    /**
+     * @param enable false: the minimise button only reports itself; true, the default: it also
+     * minimises the window.
+     */
     void SetMinimizedEnable(bool enable);
-    /** Whether the window's size is the user's, which it is not by default: then a double click on
-     * the bar fills the screen, and back. */
+    /**
+     * Says whether the window's size is the user's, which it is not by default: then a double click
+     * on the bar fills the screen, and back.
+     * @param enable whether it is.
+     */
     void SetResizeble(bool enable);
+    /** @return whether the window's size is the user's. */
     bool isResizeble() const { return m_bResizeble; }
 
 Q_SIGNALS:
+    /** @param enabled what SetResizeble() was told, when that is something new. */
     void ResizebleChanged(bool enabled);
     /**
-     * A button was pressed; id is a ButtonId. The close button closes the window afterwards, unless
-     * a receiver has destroyed it.
+     * A button was pressed. The close button closes the window afterwards, unless a receiver has
+     * destroyed it.
+     * @param id a ButtonId.
      */
     void ButtonClick(int id);
 

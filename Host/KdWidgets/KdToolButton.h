@@ -8,36 +8,48 @@
  * An icon button. Its tool tip is plain text and, where it has no text of its own, its accessible
  * name; with the property "WITH_SHORTCUT" a key text in brackets at the end of the tip is shown in
  * a quiet colour. Space and Return press it. The property "round", set before it is shown, gives a
- * button of 36 pixels a round focus ring.
+ * button of 36 pixels a round focus ring. GUI thread.
  */
 class KDWIDGETS_EXPORT KdToolButton : public QToolButton
 {
     Q_OBJECT
 
 public:
+    /** @param parent owns the button; may be null. */
     explicit KdToolButton(QWidget* parent = nullptr);
 
-    /** @param styleKey applied through the skin manager when not empty; objectName likewise.
-     * Caller's parent owns. */
+    /**
+     * @param parent owns the button; may be null.
+     * @param objectName of the button; may be empty.
+     * @param styleKey applied through the skin manager when not empty.
+     * @return the button; never null.
+     */
     static KdToolButton* CreateToolButton(QWidget* parent, const QString& objectName,
                                           const QString& styleKey = QString());
 
-    /** The four images of an icon for the button's states; a missing one is made from the normal
-     * one. */
+    /**
+     * The four images of an icon for the button's states, .svg or .png; a missing one is made from
+     * the normal one.
+     */
     struct IconFiles
     {
-        QString normal;
-        QString hover;
-        QString pressed;
-        QString disabled;
+        QString normal;   ///< at rest; empty: no icon
+        QString hover;    ///< the mouse is over it
+        QString pressed;  ///< it is being pressed
+        QString disabled; ///< it cannot be pressed
     };
     /**
-     * The icon size becomes that of the normal image.
-     * @param checked shown while the button is checked.
+     * The icon size becomes that of the normal image, where it can be read.
+     * @param unchecked shown as a rule.
+     * @param checked shown while the button is checked; without a normal image the others are.
      */
     void setIconFiles(const IconFiles& unchecked, const IconFiles& checked = IconFiles());
 
-    /** @return ":/SVGResourceFile/<set>_normal.svg" and its three siblings. */
+    /**
+     * @param set name of the icon.
+     * @return ":/SVGResourceFile/<set>_normal.svg" and its three siblings, whether they exist or
+     * not.
+     */
     static IconFiles svgIconSet(const QString& set);
 
 protected:

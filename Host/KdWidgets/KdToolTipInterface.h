@@ -4,10 +4,11 @@
 
 #include <QString>
 
-/** A widget that shows its whole text as a tool tip while it has no room for it. */
+/** A widget that shows its whole text as a tool tip while it has no room for it. GUI thread. */
 class KDWIDGETS_EXPORT KdToolTipInterface
 {
 public:
+    /** For the widgets that derive from it. */
     KdToolTipInterface() = default;
     virtual ~KdToolTipInterface();
 

@@ -7,7 +7,10 @@ class QWidget;
 /** Looks that a program chooses by number; the skins say what they are. GUI thread. */
 namespace KdUIStyle {
 
-/** @param type the ground's colour: 18 that of windows; others have none of their own. */
+/**
+ * @param widget gets the ground; not null.
+ * @param type the ground's colour: 18 that of windows; others have none of their own.
+ */
 KDWIDGETS_EXPORT void SetBGColorType(QWidget* widget, int type);
 
 } // namespace KdUIStyle

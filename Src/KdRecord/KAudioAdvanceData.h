@@ -1,8 +1,13 @@
 #pragma once
 
+/**
+ * @file
+ * The advanced settings of a voice-over recording, as values.
+ */
+
 #include <QtGlobal>
 
-/** The advanced settings of a voice-over recording. */
+/** The advanced settings of a voice-over recording. A value. */
 struct _AudioAdvanceData
 {
     /** Four-character code, first character in the lowest byte; "AAC ". */
@@ -19,6 +24,11 @@ struct _AudioAdvanceData
     bool recordPreview = true;
 };
 
+/**
+ * @param a one record
+ * @param b the other
+ * @return whether every field is the same.
+ */
 inline bool operator==(const _AudioAdvanceData& a, const _AudioAdvanceData& b)
 {
     return a.encoder == b.encoder && a.channels == b.channels && a.sampleRate == b.sampleRate &&
@@ -26,6 +36,11 @@ inline bool operator==(const _AudioAdvanceData& a, const _AudioAdvanceData& b)
            a.recordPreview == b.recordPreview;
 }
 
+/**
+ * @param a one record
+ * @param b the other
+ * @return whether any field differs.
+ */
 inline bool operator!=(const _AudioAdvanceData& a, const _AudioAdvanceData& b)
 {
     return !(a == b);

@@ -8,19 +8,28 @@ class KdLabel;
 class QHBoxLayout;
 
 /**
- * The "Recording preview" row: a switch that writes its state into the host's audio settings the
- * moment it is clicked, whatever becomes of the dialog around it. GUI thread.
+ * The "Recording preview" row: a switch that puts its state into the host's audio settings the
+ * moment it is clicked, whatever becomes of the dialog around it. Their file is not written here.
+ * GUI thread.
  */
 class KDRECORD_EXPORT KAudioRecordPreviewWidget : public KdWidget
 {
     Q_OBJECT
 
 public:
+    /**
+     * Off at first, whatever the settings say; see setRecordPreviewCheck().
+     * @param parent owns the row; may be null.
+     */
     explicit KAudioRecordPreviewWidget(QWidget* parent = nullptr);
     ~KAudioRecordPreviewWidget() override;
 
+    /** @return whether the switch is on. */
     bool getRecordPreviewCheck() const;
-    /** Shows a state; writes nothing. */
+    /**
+     * Shows a state; the settings stay as they are.
+     * @param checked whether the switch is on.
+     */
     void setRecordPreviewCheck(bool checked);
 
     void RetranslateUi() override;

@@ -18,15 +18,19 @@ class KDRECORD_EXPORT KAudioSettings : public KdWidget
     Q_OBJECT
 
 public:
-    /** @param withPreview whether there is a recording-preview row. */
+    /**
+     * Shows the first choice of every row; loadData() brings others.
+     * @param parent owns the page; may be null.
+     * @param withPreview whether there is a recording-preview row.
+     */
     explicit KAudioSettings(QWidget* parent, bool withPreview);
     ~KAudioSettings() override;
 
     /** @return what is selected; recordPreview is true on a page without that row. */
     _AudioAdvanceData data() const;
     /**
-     * Selects values without emitting a signal and without limiting the bit rates. A value that is
-     * not offered leaves its row as it is.
+     * Selects values without emitting a signal and without limiting the bit rates.
+     * @param data a value that is not offered leaves its row as it is.
      */
     void loadData(const _AudioAdvanceData& data);
 
@@ -35,8 +39,11 @@ public:
 Q_SIGNALS:
     /** A row has another selection. */
     void sigParaChange();
-    /** The list of a row was opened: "audio_encoder", "audio_bit_rate", "audio_bitrate_mode",
-       "audio_channel", "audio_sample_rate". */
+    /**
+     * The list of a row was opened.
+     * @param strName which one, for usage reports: "audio_encoder", "audio_bit_rate",
+     * "audio_bitrate_mode", "audio_channel" or "audio_sample_rate".
+     */
     void sigBtnClick(QString strName);
 
 private:

@@ -19,16 +19,27 @@ class KDRECORD_EXPORT KComboboxExt : public KdWidget
     Q_OBJECT
 
 public:
+    /**
+     * A row without title, items and question mark.
+     * @param parent owns the row; may be null.
+     */
     explicit KComboboxExt(QWidget* parent = nullptr);
     ~KComboboxExt() override;
 
-    /** Never null, owned by the row. */
+    /** @return the combo box; never null, the row's own. */
     KdComboBox* combobox() const { return m_pCombo; }
+    /** @param title above the combo box, and its name for assistive tools. */
     void setTitle(const QString& title);
-    /** The explanation, as plain text; taken when the tip is shown next. */
+    /**
+     * @param tip the explanation, as plain text; taken when it is shown next. Assistive tools find
+     * it at the combo box.
+     */
     void setQuestionTip(const QString& tip);
-    /** Shows or hides the question mark. Each call with true adds its spacing to the title row
-     * again. */
+    /**
+     * Shows or hides the question mark. Each call with true adds its spacing to the title row
+     * again.
+     * @param visible whether it is there; it is not at first.
+     */
     void setQuestionVisible(bool visible);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

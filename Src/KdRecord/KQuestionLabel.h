@@ -11,6 +11,7 @@ class KDRECORD_EXPORT KQuestionLabel : public QLabel
     Q_OBJECT
 
 public:
+    /** @param parent owns the label; may be null. */
     explicit KQuestionLabel(QWidget* parent = nullptr);
     ~KQuestionLabel() override;
 

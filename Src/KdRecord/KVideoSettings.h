@@ -16,6 +16,10 @@ class KDRECORD_EXPORT KVideoSettings : public KdWidget
     Q_OBJECT
 
 public:
+    /**
+     * Shows the first choice of every row; loadData() brings others.
+     * @param parent owns the page; may be null.
+     */
     explicit KVideoSettings(QWidget* parent);
     ~KVideoSettings() override;
 
@@ -33,8 +37,11 @@ public:
 Q_SIGNALS:
     /** A row has another selection. */
     void sigParaChange();
-    /** The list of a row was opened: "video_encoder", "video_frame_rate", "video_bitrate_mode",
-       "video_quality". */
+    /**
+     * The list of a row was opened.
+     * @param strName which one, for usage reports: "video_encoder", "video_frame_rate",
+     * "video_bitrate_mode" or "video_quality".
+     */
     void sigBtnClick(QString strName);
 
 private:

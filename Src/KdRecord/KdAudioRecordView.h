@@ -26,11 +26,14 @@ class KDRECORD_EXPORT KdAudioRecordView : public KdFramelessDialog
     Q_OBJECT
 
 public:
-    /** @param parent may be null */
+    /** @param parent the dialog stands over its window and goes with it; may be null. */
     explicit KdAudioRecordView(QWidget* parent = nullptr);
     ~KdAudioRecordView() override;
 
-    /** Shows the dialog and returns at once; it is modeless, whatever the name says. @return 1 */
+    /**
+     * Shows the dialog and returns at once; it is modeless, whatever the name says.
+     * @return 1: what comes of it is told by the signals.
+     */
     int doModal();
     /** @return whether the project is to be silent during a take. */
     bool isMuted() const;
@@ -38,6 +41,7 @@ public:
     void showOrHiddenViewMinimized(bool minimized);
 
     void RetranslateUi() override;
+    /** Closes the dialog, as the Escape key does. Without effect while it is being closed. */
     void reject() override;
 
 Q_SIGNALS:
@@ -49,19 +53,37 @@ Q_SIGNALS:
      * @param fileExportInfo JSON: an empty object
      */
     void sigFinished(QString filePath, QString fileInfo, QString fileExportInfo);
-    /** @param bReStart the take is recorded anew */
+    /**
+     * Recording began.
+     * @param bReStart true: what had been recorded so far was thrown away, and a take begins anew
+     * in its place.
+     */
     void sigStartCapture(bool bReStart);
+    /**
+     * The engine refused to record. The user is told after this, unless a receiver has destroyed
+     * the dialog.
+     */
     void sigStartCaptureFailed();
     /** The dialog is being closed. */
     void sigEndCapture();
-    /** Whether to silence the project: on every showing and every change. */
+    /**
+     * Whether to silence the project, so that the microphone does not record it: on every showing
+     * and every change.
+     * @param bMute true: the project is to be silent during a take.
+     */
     void sigMute(bool bMute);
-    /** @param duration recorded time in frames of the project */
+    /**
+     * @param duration recorded time in frames of the project, at the rate that it had when the
+     * dialog was made; pauses left out.
+     */
     void sigCaptureDoing(qint64 duration);
+    /** The dialog is being closed: once for each closing, before a running take is ended. */
     void sigClose();
     /** A start was asked for: the countdown runs, or there is no device. */
     void sigStartRecordBtnClick();
+    /** The take was paused. */
     void sigPause();
+    /** The take goes on. */
     void sigResume();
 
 protected:

@@ -25,6 +25,10 @@ class KDRECORD_EXPORT KdCountCtrl : public KdLabel
     Q_PROPERTY(QString m_TextColor READ GetTextColor WRITE SetTextColor)
 
 public:
+    /**
+     * A window that is not shown yet, with a count of 3 s.
+     * @param parent owns the countdown; may be null.
+     */
     explicit KdCountCtrl(QWidget* parent = nullptr);
     ~KdCountCtrl() override;
 
@@ -36,11 +40,19 @@ public:
     /** @param w pen width of the ring in pixels, clamped to 1..20. */
     void SetCycleWidth(int w);
 
-    /** Colours in any form that QColor accepts; black for anything else. Shown from the next
-     * painting on. */
+    /**
+     * Shown from the next painting on.
+     * @param color of the ring, in any form that QColor accepts; black for anything else.
+     */
     void SetCycleColor(const QString& color);
+    /** @return as set; the skin sets it too. */
     QString GetCycleColor() const { return m_CycleColor; }
+    /**
+     * Shown from the next painting on.
+     * @param color of the number, in any form that QColor accepts; black for anything else.
+     */
     void SetTextColor(const QString& color);
+    /** @return as set; the skin sets it too. */
     QString GetTextColor() const { return m_TextColor; }
 
     /** Runs on from the present tick; after a count has run out the next tick ends it again. */
@@ -48,10 +60,14 @@ public:
     /** Stops without a signal. */
     virtual void Abort();
 
+    /** @return whether the count is running. */
     bool isActive() const { return m_timer.isActive(); }
 
 Q_SIGNALS:
-    /** The mouse was pressed on the window, at a global position. */
+    /**
+     * The mouse was pressed on the window.
+     * @param globalPos where, in coordinates of the screen.
+     */
     void sigPressed(QPoint globalPos);
     /** The count has run out. */
     void sigFinish();
@@ -65,6 +81,7 @@ protected:
 
     /** @return the seconds to show now. */
     int remainingSeconds() const;
+    /** @return pen width of the ring in pixels. */
     int cycleWidth() const { return m_nCycleWidth; }
 
 private:

@@ -12,6 +12,10 @@ class KDRECORD_EXPORT KdCountCtrlVideo : public KdCountCtrl
     Q_OBJECT
 
 public:
+    /**
+     * A window that is not shown yet, with a count of 3 s.
+     * @param parent owns the countdown; may be null.
+     */
     explicit KdCountCtrlVideo(QWidget* parent = nullptr);
     ~KdCountCtrlVideo() override;
 
@@ -21,7 +25,10 @@ public:
 protected:
     void Finish() override;
     void paintEvent(QPaintEvent* event) override;
-    /** Turns the ring by 12 degrees, whichever timer it was. */
+    /**
+     * Turns the ring by 12 degrees.
+     * @param event of whichever timer.
+     */
     void timerEvent(QTimerEvent* event) override;
 
 private:

@@ -32,7 +32,9 @@ class KDRECORD_EXPORT KdRecordDeviceConnector : public QObject
     Q_OBJECT
 
 public:
+    /** Lists the devices of a type, in the order in which they are offered. */
     using RefreshHook = std::function<QList<KdVBLMODEL::_KdCaptureDevInf>(KdVBLMODEL::_KdDevType)>;
+    /** Switches the engine to a device and answers whether it did. */
     using SwitchHook = std::function<bool(KdVBLMODEL::_KdCaptureDevInf)>;
 
     /** @param type the devices to keep. */
@@ -45,12 +47,22 @@ public:
      * null takes it away. */
     void registerSwitchDevice(SwitchHook hook);
 
-    /** As listed last; empty before the first refreshDeviceList(). */
+    /**
+     * @return the devices as listed last; empty before the first refreshDeviceList(). The
+     * connector's own: it changes with every refresh.
+     */
     const QList<KdVBLMODEL::_KdCaptureDevInf>& allDevices() const;
-    /** The empty record until a switch succeeds. A device that is lost stays current until then. */
+    /**
+     * @return the empty record until a switch succeeds. A device that is lost stays current until
+     * then. The connector's own.
+     */
     const KdVBLMODEL::_KdCaptureDevInf& currentDevice() const;
+    /** @return the type that the connector was made for. */
     KdVBLMODEL::_KdDevType deviceType() const;
-    /** @return the type's English name, not translated; "Unknow" for one that has none. */
+    /**
+     * @param type of a device.
+     * @return the type's English name, not translated; "Unknow" for one that has none.
+     */
     static QString deviceTypeName(KdVBLMODEL::_KdDevType type);
 
     /**
@@ -59,7 +71,11 @@ public:
      */
     void refreshDeviceList();
 
-    /** @param index position in allDevices(). @return false for any other, see below. */
+    /**
+     * Switches to a device by its place, as the operation below.
+     * @param index position in allDevices().
+     * @return false, with nothing changed, for any other and where the operation below answers so.
+     */
     bool switchDevice(int index);
     /**
      * Switches to a device and makes it current.
@@ -71,6 +87,7 @@ public:
     /**
      * Reacts to an event of the engine if it is about devices of this type (those of audio inputs
      * about speakers too): lists them anew, and tells whether the current one is lost or occupied.
+     * @param status as the engine told it.
      * @param deviceIndex ignored.
      */
     void processDeviceStatusChangeEvent(KdVBLMODEL::_KdCaptureDeviceStatus status, int deviceIndex);
@@ -82,7 +99,10 @@ Q_SIGNALS:
     void sigDeviceOccupied();
     /** @param device the current device, which is listed no more. */
     void sigCurrentDeviceLost(KdVBLMODEL::KdCaptureDevInfo device);
-    /** For a host that tells of its switches; the connector never emits it. */
+    /**
+     * For a host that tells of its switches; the connector never emits it.
+     * @param currentDevice the one that is current now.
+     */
     void sigCurrentDeviceSwitched(KdVBLMODEL::KdCaptureDevInfo currentDevice);
 
 private:

@@ -15,13 +15,17 @@ namespace KdRecordTranslation {
 /** @return the languages that there are besides English, as "de" and "zh_CN". */
 KDRECORD_EXPORT QStringList languages();
 
-/** @return which of languages() a locale gets; empty for English and for a language that there is
- * not. */
+/**
+ * @param locale of the user.
+ * @return which of languages() a locale gets; empty for English and for a language that there is
+ * not.
+ */
 KDRECORD_EXPORT QString languageFor(const QLocale& locale);
 
 /**
  * Shows all texts in the language of a locale from now on, open dialogs included; English when
  * there is no other. May be called again at any time; needs an application object.
+ * @param locale of the user.
  * @return whether the texts are in the language of the locale.
  */
 KDRECORD_EXPORT bool install(const QLocale& locale);

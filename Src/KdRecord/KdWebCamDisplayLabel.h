@@ -30,6 +30,7 @@ class KDRECORD_EXPORT KdWebCamDisplayLabel : public QLabel
     Q_OBJECT
 
 public:
+    /** @param parent owns the label; may be null. */
     explicit KdWebCamDisplayLabel(QWidget* parent = nullptr);
     ~KdWebCamDisplayLabel() override;
 
@@ -41,8 +42,10 @@ public:
      * The label must live until the call returns: end what brings the frames, or detach from it
      * with the engine's barrier, before the label is destroyed. What a call has posted goes with
      * the label.
+     * @param width of the frame in pixels.
+     * @param height of the frame in pixels.
      * @param bits width x height pixels of QImage::Format_ARGB32 without padding, read during the
-     *        call
+     * call.
      */
     void WebcamFrameChanged(int width, int height, uint8_t* bits);
 
@@ -55,26 +58,55 @@ public:
      */
     void stopRender();
 
-    /** The strip shows it too; its callback is not called. */
+    /**
+     * Cuts what is painted. The strip shows it too; its callback is not called.
+     * @param shape round, or the whole picture.
+     */
     void setShape(KdVBLMODEL::_KdCaptureRecordShape shape);
+    /** @return the shape of what is painted. */
     KdVBLMODEL::_KdCaptureRecordShape shape() const { return m_shape; }
-    /** Kept for whoever asks; what is painted is the engine's work. The strip stays as it is. */
+    /**
+     * Kept for whoever asks; what is painted is the engine's work. The strip stays as it is.
+     * @param mode the present treatment.
+     */
     void setBackgroundMode(KdVBLMODEL::_KdCaptureRecordBackgroundMode mode);
+    /** @return as set last, or as the host's configuration has it. */
     KdVBLMODEL::_KdCaptureRecordBackgroundMode backgroundMode() const { return m_backgroundMode; }
-    /** The strip stays as it is. */
+    /**
+     * Mirrors what is painted left to right. The strip stays as it is.
+     * @param flipped whether it is mirrored.
+     */
     void setFlipped(bool flipped);
+    /** @return whether what is painted is mirrored. */
     bool isFlipped() const { return m_bFlipped; }
-    /** Kept without an effect on what is painted. */
+    /**
+     * Kept without an effect on what is painted.
+     * @param radius of the corners in pixels.
+     * @param flag whether there are corners.
+     */
     void setLayerCorner(float radius, bool flag);
-    /** The strip is not shown while a take runs. */
+    /**
+     * The strip is not shown while a take runs, and the Tab key leads past the label.
+     * @param recording whether a take runs.
+     */
     void setRecording(bool recording);
 
-    /** Asked when the user picks an option on the strip, with the new choice; the answer is whether
-     * the strip shows it. */
+    /**
+     * @param handle asked when the user picks a shape on the strip; the answer is whether the strip
+     * shows it. Null: every shape is refused.
+     */
     void
     setActionHandleForShapeChange(std::function<bool(KdVBLMODEL::_KdCaptureRecordShape)> handle);
+    /**
+     * @param handle asked when the user picks a treatment of the background on the strip; the
+     * answer is whether the strip shows it. Null: every treatment is refused.
+     */
     void setActionHandleForBackgroundChange(
         std::function<bool(KdVBLMODEL::_KdCaptureRecordBackgroundMode)> handle);
+    /**
+     * @param handle asked when the user flips the picture on the strip; the answer is whether the
+     * strip shows it. Null: either is refused.
+     */
     void setActionHandleForFlipChange(std::function<bool(bool)> handle);
     /** Calls the three handles with the present choices. All three must be set. */
     void useUserSettings();
@@ -92,12 +124,16 @@ protected:
     void hideEvent(QHideEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
+    /** @return the strip with the options; never null, the label's own. */
     KRecordPreViewSettingRadiusWidget* optionStrip() const { return m_pStrip; }
+    /** @return whether frames are painted. */
     bool isRendering() const;
-    /** Bytes held by the stored frame. */
+    /** @return the bytes held by the stored frame. */
     qint64 bufferSize() const;
-    /** Guards the stored frame and whether frames are painted. While it is held frames are dropped
-     * and painting waits. */
+    /**
+     * @return what guards the stored frame and whether frames are painted. While it is held frames
+     * are dropped and painting waits.
+     */
     std::mutex& frameLock() const;
 
 private Q_SLOTS:

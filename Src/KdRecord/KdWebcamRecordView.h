@@ -23,7 +23,7 @@ class KDRECORD_EXPORT KdWebcamRecordView : public KdFramelessDialog
     Q_OBJECT
 
 public:
-    /** @param parent may be null */
+    /** @param parent the dialog stands over its window and goes with it; may be null. */
     explicit KdWebcamRecordView(QWidget* parent);
     ~KdWebcamRecordView() override;
 
@@ -39,6 +39,7 @@ public:
     bool isRecordPreview() const;
 
     void RetranslateUi() override;
+    /** Closes the dialog, as the Escape key does. Without effect while it is being closed. */
     void reject() override;
 
 Q_SIGNALS:
@@ -51,6 +52,7 @@ Q_SIGNALS:
      * @param fileExportInfo JSON: "file_type", "file_format", "video_codec" and "video_muxer"
      */
     void sigFinished(QString filePath, QString fileInfo, QString fileExportInfo);
+    /** The dialog is being closed: once for each closing, after a running take was thrown away. */
     void sigClose();
     /** A start was asked for: the countdown runs, or there is no camera. */
     void sigStartRecordBtnClick();

@@ -34,47 +34,81 @@ class KDRECORD_EXPORT KdWebcamRecorderHelper : public QObject,
     Q_OBJECT
 
 public:
-    /** Makes no recorder: order 0 does. */
+    /**
+     * Makes no recorder: order 0 does.
+     * @param parent owns the helper; may be null.
+     */
     explicit KdWebcamRecorderHelper(QObject* parent);
+    /** Detaches from a recorder that is left, and leaves that to the engine. */
     ~KdWebcamRecorderHelper() override;
 
-    /** Hands the engine everything that it needs for the next take. What the getters answer stays.
+    /**
+     * Hands the engine everything that it needs for the next take. What the getters answer stays.
+     * Without effect when there is no recorder.
+     * @param params not checked here: what the engine cannot use makes it refuse to start, which
+     * the log tells.
      */
     void setWebcamRecordParams(const KdVBLMODEL::_KdWebcamRecordParams& params);
     /** A countdown begins: from now until the take's end a device's loss is one in a take. */
     void setCountCtrl();
 
-    /** @return what the engine answered. */
+    /**
+     * @param on whether nothing but the webcam is recorded.
+     * @return what the engine answered; false without a recorder.
+     */
     bool setOnlyWebcam(bool on);
+    /**
+     * @param shape of the takes' picture, of one that runs too.
+     * @return what the engine answered; false without a recorder.
+     */
     bool setRecordDisplayShape(KdVBLMODEL::_KdCaptureRecordShape shape);
+    /**
+     * @param on whether takes are mirrored left to right, one that runs too. Without effect when
+     * there is no recorder.
+     */
     void setRecordFlip(bool on);
-    /** Applies a background mode. Every mode but fcbmNone, known or not, is refused, which only the
-     * log tells, while the host's AI module for it is not available. */
+    /**
+     * Applies a background mode, to preview and takes.
+     * @param mode every one but fcbmNone, known or not, is refused, which only the log tells, while
+     * the host's AI module for it is not available.
+     */
     void setAIEffectType(KdVBLMODEL::_KdCaptureRecordBackgroundMode mode);
 
-    /** The engine's, asked for each time; square, unflipped, fcbmNone without a recorder. */
+    /** @return the engine's, asked for each time; fcrsSquare without a recorder. */
     KdVBLMODEL::_KdCaptureRecordShape getRecordDisplayShape() const;
+    /** @return the engine's, asked for each time; false without a recorder. */
     bool getRecordFlip() const;
+    /** @return the engine's, asked for each time; fcbmNone without a recorder. */
     KdVBLMODEL::_KdCaptureRecordBackgroundMode getCurAIEffectType() const;
+    /** @return the engine's, asked for each time; fcsNoStart without a recorder. */
     KdVBLMODEL::_KdCaptureStatus curStatus() const;
+    /** @return the engine's output file, asked for each time; empty without a recorder. */
     QString getOutPutFile() const;
 
-    /** As read last. */
+    /** @return the webcams as read last, by order 0 or 9 or upon a device's removal in a take. */
     QList<KdVBLMODEL::_KdCaptureDevInf> getWebcamDevices() const { return m_webcams; }
+    /**
+     * @return the audio inputs as read last, by order 0 or 9 or upon a device's removal in a take.
+     */
     QList<KdVBLMODEL::_KdCaptureDevInf> getAudioDevices() const { return m_audioInputs; }
-    /** The empty record when there is none. */
+    /** @return the webcam switched to last; the empty record when there is none. */
     KdVBLMODEL::_KdCaptureDevInf getCurrentWebCamDeviceInfo() const { return m_currentWebcam; }
+    /** @return the audio input switched to last; the empty record when there is none. */
     KdVBLMODEL::_KdCaptureDevInf getCurrentAudioDeviceInfo() const { return m_currentAudioInput; }
-    /** What was asked for last, accepted or not; invalid and 0 before the first. */
+    /** @return the resolution asked for last, accepted or not; invalid before the first. */
     QSize getCurrentResolution() const { return m_currentResolution; }
+    /** @return the frame rate asked for last, accepted or not; 0 before the first. */
     double getCurrentFrameRate() const { return m_currentFrameRate; }
-    /** @param out receives the current webcam's resolutions in the engine's order. */
+    /** @param[out] out the current webcam's resolutions in the engine's order. */
     void getValidResolutions(QList<QSize>& out) const;
-    /** @param out receives the frame rates at the current resolution in the engine's order. */
+    /** @param[out] out the frame rates at the current resolution in the engine's order. */
     void getValidFrameRates(QList<double>& out) const;
 
-    /** Forgets the current webcam (true) or audio input (false), and that a take was running; the
-     * lists, the formats and the preview stay. */
+    /**
+     * Forgets a current device, and that a take was running; the lists, the formats and the preview
+     * stay.
+     * @param webcam true: the webcam; false: the audio input.
+     */
     void clearCurrentDeviceInfo(bool webcam);
 
 Q_SIGNALS:
@@ -84,6 +118,8 @@ Q_SIGNALS:
     void sigRecorderVolume(int volume);
     /**
      * A preview frame, on an engine thread: connect with Qt::DirectConnection, never block.
+     * @param width of the frame in pixels.
+     * @param height of the frame in pixels.
      * @param bits width x height pixels in QImage::Format_ARGB32 order without padding, the
      * engine's, valid only during the emission.
      */
@@ -107,18 +143,42 @@ public Q_SLOTS:
      * @param index position in getAudioDevices(), see above.
      */
     void slotSetCurrentAudioDevice(int index);
-    /** Applies a resolution and the first frame rate there, and shows it. It counts as the current
-     * one, and response 9 follows, even when the engine refuses. */
+    /**
+     * Applies a resolution and the first frame rate there, and shows it. It counts as the current
+     * one, and response 9 follows, even when the engine refuses.
+     * @param resolution in pixels, one of getValidResolutions().
+     */
     void slotSetCurrentResolution(QSize resolution);
-    /** Applies a frame rate and shows it. It counts as the current one even when the engine
-     * refuses. */
+    /**
+     * Applies a frame rate and shows it. It counts as the current one even when the engine refuses.
+     * @param frameRates one of getValidFrameRates(), in frames per second.
+     */
     void slotSetCurrentFrameRate(double frameRates);
 
 protected:
     // On engine threads. Each but the last only posts to the slot of the same name.
+    /**
+     * Posts to the helper's thread, which answers by a response. On an engine thread.
+     * @param devStatus a KdVBLMODEL::_KdCaptureDeviceStatus
+     * @param deviceIdx ignored
+     */
     void onCaptureDeviceCallback(int devStatus, int deviceIdx) override;
+    /**
+     * Posts to sigRecordedTime(). On an engine thread.
+     * @param msec recorded time in ms.
+     */
     void onTimeCallback(long long msec) override;
+    /**
+     * Posts to sigRecorderVolume(). On an engine thread.
+     * @param volume input level, 0 to 100.
+     */
     void onVolumeCallback(int volume) override;
+    /**
+     * Emits sigWebCamFrameChanged() at once. On an engine thread.
+     * @param width of the frame in pixels.
+     * @param height of the frame in pixels.
+     * @param pARGB32Bits the pixels, valid only during the call.
+     */
     void onFrameChangedCallback(int width, int height, uint8_t* pARGB32Bits) override;
 
     /** @return the identifier of the preview run, a new one for each start; on any thread. */
