@@ -16,7 +16,7 @@ namespace KdIcon {
 KDWIDGETS_EXPORT QSize naturalSize(const QString& file);
 
 /**
- * An .svg is drawn at the wanted number of device pixels; for a .png its \@2x sibling is taken
+ * An .svg is drawn at the wanted number of device pixels; for a .png its @2x sibling is taken
  * where that has more. Kept in Qt's cache of pixmaps.
  * @param file path or resource.
  * @param size in device-independent pixels; the icon keeps its proportions in the middle.
