@@ -6,6 +6,7 @@
 #include <KdCore/KdBaseLog.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonValue>
@@ -14,6 +15,9 @@
 namespace {
 
 constexpr int kMaximumKept = 1000;
+
+/** Some twenty thousand reports. */
+constexpr qint64 kFullBytes = 4 * 1024 * 1024;
 
 struct State
 {
@@ -53,8 +57,28 @@ QByteArray toJsonLine(const KdTrackEventRecord& record)
     return parts.join(QString()).toUtf8();
 }
 
+QString olderFilePath()
+{
+    return getZentraDocumentDir() + QStringLiteral("/UsageEvents.old.jsonl");
+}
+
+/** What is older than a full file goes, so that the reports of years take no more than two of them.
+ */
+bool setFullFileAside()
+{
+    if (QFileInfo(KdTrackEventLog::filePath()).size() < kFullBytes) {
+        return true;
+    }
+    // QFile replaces nothing that is there.
+    QFile::remove(olderFilePath());
+    return QFile::rename(KdTrackEventLog::filePath(), olderFilePath());
+}
+
 bool appendToFile(const QByteArray& line)
 {
+    if (!setFullFileAside()) {
+        return false;
+    }
     QFile file(KdTrackEventLog::filePath());
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
         return false;

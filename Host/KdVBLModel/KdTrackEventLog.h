@@ -19,8 +19,10 @@ struct KdTrackEventRecord
 
 /**
  * The usage reports of this process, in the order sent, also written as JSON lines to
- * "UsageEvents.jsonl" in the document folder. A file that cannot be written is logged once, until
- * it can be written again; the reports are kept in memory all the same. GUI thread.
+ * "UsageEvents.jsonl" in the document folder. When that has 4 MB it becomes
+ * "UsageEvents.old.jsonl", in place of a former one, and a new one begins. A file that cannot be
+ * written is logged once, until it can be written again; the reports are kept in memory all the
+ * same. GUI thread.
  */
 namespace KdTrackEventLog {
 

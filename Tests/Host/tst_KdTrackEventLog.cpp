@@ -3,6 +3,7 @@
 #include <KdVBLModel/KdTrackEventLog.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/TestFiles.h>
 
 #include <QDir>
 #include <QFile>
@@ -25,6 +26,17 @@ public:
 void send(const QString& name)
 {
     Event(name).sendEvent();
+}
+
+/** One long line, as big as a file may become. */
+QByteArray fullFile(char letter)
+{
+    return QByteArray(4 * 1024 * 1024 - 1, letter) + '\n';
+}
+
+void fillFile(char letter)
+{
+    TestFiles::write(KdTrackEventLog::filePath(), fullFile(letter));
 }
 
 QList<QByteArray> fileLines()
@@ -112,6 +124,43 @@ private Q_SLOTS:
         QCOMPARE(fileLines().size(), 1003);
     }
 
+    void aFullFileIsSetAsideAndANewOneBegun()
+    {
+        fillFile('a');
+        send(QStringLiteral("new"));
+        QCOMPARE(fileLines().size(), 1);
+        QVERIFY(fileLines().at(0).contains("\"new\""));
+        QCOMPARE(TestFiles::read(olderPath()), fullFile('a'));
+    }
+
+    void aFileThatIsNotQuiteFullGoesOn()
+    {
+        TestFiles::write(KdTrackEventLog::filePath(), fullFile('a').mid(1));
+        send(QStringLiteral("last"));
+        QCOMPARE(fileLines().size(), 2);
+        QVERIFY(!QFile::exists(olderPath()));
+    }
+
+    void ofTheFilesSetAsideTheLastIsKept()
+    {
+        TestFiles::write(olderPath(), "long ago\n");
+        fillFile('b');
+        send(QStringLiteral("new"));
+        QCOMPARE(TestFiles::read(olderPath()), fullFile('b'));
+        QCOMPARE(QDir(documentDir()).entryList(QDir::Files).size(), 2);
+    }
+
+    void aFullFileThatCannotBeSetAsideTakesNoMore()
+    {
+        QVERIFY(QDir().mkpath(olderPath() + QStringLiteral("/in the way")));
+        fillFile('a');
+        expectLog(QStringLiteral("^KdTrackEventLog::append: Usage reports cannot be written to "));
+        send(QStringLiteral("one"));
+        send(QStringLiteral("two"));
+        QCOMPARE(TestFiles::read(KdTrackEventLog::filePath()), fullFile('a'));
+        QCOMPARE(KdTrackEventLog::records().size(), 2);
+    }
+
     void clearForgetsWhatIsInMemoryOnly()
     {
         send(QStringLiteral("kept in the file"));
@@ -138,6 +187,9 @@ private Q_SLOTS:
         send(QStringLiteral("four"));
         QCOMPARE(logLines().filter(QStringLiteral("cannot be written")).size(), 2);
     }
+
+private:
+    QString olderPath() const { return documentDir() + QStringLiteral("/UsageEvents.old.jsonl"); }
 };
 
 int main(int argc, char** argv)
