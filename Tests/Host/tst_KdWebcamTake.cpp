@@ -22,7 +22,6 @@ namespace {
 
 constexpr double kMostApart = 0.040;
 constexpr double kMostUnequal = 0.025;
-constexpr double kFrame = 1.0 / 30.0;
 
 KdWebcamTakeFormat clipFormat(bool hasSound, QSize size = QSize(320, 180))
 {
