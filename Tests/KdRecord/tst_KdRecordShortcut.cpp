@@ -80,10 +80,10 @@ void tst_KdRecordShortcut::shortcutIsTheHosts()
     QCOMPARE(KdRecordShortcut::sequence(), QKeySequence(Qt::Key_Space));
     QCOMPARE(KdRecordShortcut::text(), QStringLiteral("Space"));
     IKdShortcutEditManager::GetInstance()->SetKeySequence(IKdShortcutEditManager::kRecordShortcutId,
-                                                          QKeySequence(Qt::CTRL + Qt::Key_R));
-    QCOMPARE(KdRecordShortcut::sequence(), QKeySequence(Qt::CTRL + Qt::Key_R));
+                                                          QKeySequence(QStringLiteral("Ctrl+R")));
+    QCOMPARE(KdRecordShortcut::sequence(), QKeySequence(QStringLiteral("Ctrl+R")));
     QCOMPARE(KdRecordShortcut::text(),
-             QKeySequence(Qt::CTRL + Qt::Key_R).toString(QKeySequence::NativeText));
+             QKeySequence(QStringLiteral("Ctrl+R")).toString(QKeySequence::NativeText));
 }
 
 void tst_KdRecordShortcut::onlyTheVeryKeysMatch_data()
@@ -93,7 +93,7 @@ void tst_KdRecordShortcut::onlyTheVeryKeysMatch_data()
     QTest::addColumn<int>("modifiers");
     QTest::addColumn<bool>("matches");
     const QKeySequence space(Qt::Key_Space);
-    const QKeySequence ctrlR(Qt::CTRL + Qt::Key_R);
+    const QKeySequence ctrlR(QStringLiteral("Ctrl+R"));
     const int none = Qt::NoModifier;
     QTest::newRow("the key") << space << int(Qt::Key_Space) << none << true;
     QTest::newRow("with shift") << space << int(Qt::Key_Space) << int(Qt::ShiftModifier) << false;
@@ -102,7 +102,7 @@ void tst_KdRecordShortcut::onlyTheVeryKeysMatch_data()
         << ctrlR << int(Qt::Key_R) << int(Qt::ControlModifier) << true;
     QTest::newRow("without its modifier") << ctrlR << int(Qt::Key_R) << none << false;
     QTest::newRow("no shortcut, no key") << QKeySequence() << 0 << none << false;
-    QTest::newRow("first of two strokes") << QKeySequence(Qt::CTRL + Qt::Key_R, Qt::Key_S)
+    QTest::newRow("first of two strokes") << QKeySequence(QStringLiteral("Ctrl+R, S"))
                                           << int(Qt::Key_R) << int(Qt::ControlModifier) << false;
 }
 

@@ -60,7 +60,7 @@ void tst_KdWebcamRecordPanelInput::shortcutStartsAndStops()
 void tst_KdWebcamRecordPanelInput::shortcutOfTheHostIsFollowed()
 {
     showPanel();
-    setShortcut(QKeySequence(Qt::CTRL + Qt::Key_R));
+    setShortcut(QKeySequence(QStringLiteral("Ctrl+R")));
     window->setFocus();
     pressKey(Qt::Key_Space);
     QVERIFY(!isActivated());
@@ -240,9 +240,9 @@ void tst_KdWebcamRecordPanelInput::textsAreAsRequired()
 
 void tst_KdWebcamRecordPanelInput::tipsFollowTheState()
 {
-    setShortcut(QKeySequence(Qt::CTRL + Qt::Key_R));
+    setShortcut(QKeySequence(QStringLiteral("Ctrl+R")));
     showPanel();
-    const QString key = QKeySequence(Qt::CTRL + Qt::Key_R).toString(QKeySequence::NativeText);
+    const QString key = QKeySequence(QStringLiteral("Ctrl+R")).toString(QKeySequence::NativeText);
     QCOMPARE(button(kStart)->toolTip(), QStringLiteral("Start (%1)").arg(key));
     QCOMPARE(button(kStart)->property("WITH_SHORTCUT").toBool(), true);
     startTake();
