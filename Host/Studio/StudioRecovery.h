@@ -1,11 +1,12 @@
 #pragma once
 
+#include <Studio/StudioWorker.h>
+
 #include <KdVBLModel/KdTakeRecovery.h>
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <QThreadPool>
 #include <QVector>
 
 #include <atomic>
@@ -47,8 +48,8 @@ Q_SIGNALS:
 
 private:
     StudioRecoveryServices m_services;
-    QThreadPool m_pool;
     std::atomic<bool> m_cancelled{false};
+    StudioWorker m_worker;
 };
 
 Q_DECLARE_METATYPE(UnfinishedTake)

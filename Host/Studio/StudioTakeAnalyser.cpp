@@ -15,16 +15,12 @@ constexpr int kThumbnailPart = 3;
 
 } // namespace
 
-StudioTakeAnalyser::StudioTakeAnalyser(QObject* parent) : QObject(parent)
-{
-    m_pool.setMaxThreadCount(1);
-}
+StudioTakeAnalyser::StudioTakeAnalyser(QObject* parent) : QObject(parent) {}
 
 StudioTakeAnalyser::~StudioTakeAnalyser()
 {
     m_gate.cancel();
-    m_pool.clear();
-    m_pool.waitForDone();
+    m_worker.stop();
 }
 
 void StudioTakeAnalyser::hold()
@@ -50,9 +46,9 @@ void StudioTakeAnalyser::analyse(const QString& path)
 void StudioTakeAnalyser::start(const std::function<void()>& job)
 {
     ++m_jobs;
-    m_pool.start([this, job] {
+    m_worker.start([this, job] {
         job();
-        post([this] { finishJob(); });
+        m_worker.report([this] { finishJob(); });
     });
 }
 
@@ -68,7 +64,7 @@ void StudioTakeAnalyser::readPoster(const QString& path)
     Q_ASSERT(QThread::currentThread() == thread());
     start([this, path] {
         const QImage poster = m_gate.pass() ? readPicture(path, 0, kPosterBound, m_gate) : QImage();
-        post([this, path, poster] { Q_EMIT posterRead(path, poster); });
+        m_worker.report([this, path, poster] { Q_EMIT posterRead(path, poster); });
     });
 }
 
@@ -78,7 +74,7 @@ void StudioTakeAnalyser::work(const QString& path)
         return;
     }
     const StudioMediaInfo info = probeMedia(path);
-    post([this, path, info] {
+    m_worker.report([this, path, info] {
         if (!info.readable) {
             m_pending.remove(path);
         }
@@ -95,17 +91,12 @@ void StudioTakeAnalyser::workOnContent(const QString& path, const StudioMediaInf
         const QImage thumbnail =
             readPicture(path, info.durationMs / kThumbnailPart, kThumbnailBound, m_gate);
         if (!thumbnail.isNull()) {
-            post([this, path, thumbnail] { Q_EMIT thumbnailRead(path, thumbnail); });
+            m_worker.report([this, path, thumbnail] { Q_EMIT thumbnailRead(path, thumbnail); });
         }
     }
     const StudioPeaks peaks = info.channels > 0 ? readWaveform(path, m_gate) : StudioPeaks();
-    post([this, path, peaks] {
+    m_worker.report([this, path, peaks] {
         m_pending.remove(path);
         Q_EMIT waveformRead(path, peaks);
     });
-}
-
-void StudioTakeAnalyser::post(const std::function<void()>& report)
-{
-    QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
 }

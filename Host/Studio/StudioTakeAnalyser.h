@@ -3,12 +3,12 @@
 #include <Studio/StudioMediaProbe.h>
 #include <Studio/StudioPeaks.h>
 #include <Studio/StudioWorkGate.h>
+#include <Studio/StudioWorker.h>
 
 #include <QImage>
 #include <QObject>
 #include <QSet>
 #include <QString>
-#include <QThreadPool>
 
 #include <functional>
 
@@ -50,12 +50,11 @@ private:
     /** On the worker. */
     void work(const QString& path);
     void workOnContent(const QString& path, const StudioMediaInfo& info);
-    void post(const std::function<void()>& report);
     void start(const std::function<void()>& job);
     void finishJob();
 
-    QThreadPool m_pool;
     int m_jobs = 0;
     QSet<QString> m_pending;
     StudioWorkGate m_gate;
+    StudioWorker m_worker;
 };
