@@ -132,7 +132,7 @@ void tst_VoiceOverDeviceLoss::anotherMicrophoneIsNeverRecordedInstead()
     // The other one is twice as loud: what is not louder than the lost one's own tone is no sound
     // of it, whatever pitch the noise of a dying stream may have.
     int foreign = 0;
-    for (double at = 0.2; at < seconds - 0.1; at += 0.05) {
+    for (const double at : MediaProbe::moments(0.2, seconds - 0.1, 0.05)) {
         const bool isHigh = std::abs(MediaProbe::pitchAt(samples, 48000, at) - 3000.0) < 500.0;
         foreign += isHigh && peakAround(samples, at) > 0.35F ? 1 : 0;
     }
@@ -170,7 +170,7 @@ void tst_VoiceOverDeviceLoss::otherMicrophonesComeAndGoUnderARunningTake()
     const QVector<float> samples = MediaProbe::samples(stage.lastReport().path);
     // A busy sound server may leave a click of its own when devices change; a gap would be many.
     int disturbed = 0;
-    for (double at = 0.2; at < media.seconds - 0.1; at += 0.02) {
+    for (const double at : MediaProbe::moments(0.2, media.seconds - 0.1, 0.02)) {
         disturbed += std::abs(MediaProbe::pitchAt(samples, 48000, at) - 1000.0) < 30.0 ? 0 : 1;
     }
     QVERIFY2(disturbed <= 4, qPrintable(QStringLiteral("%1 disturbed spots").arg(disturbed)));

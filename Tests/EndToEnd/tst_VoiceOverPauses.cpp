@@ -72,7 +72,7 @@ void tst_VoiceOverPauses::tenPausesLeaveExactlyWhatWasNotPaused()
         std::abs(leftOut - pausedSeconds) <= 0.25,
         qPrintable(QStringLiteral("%1 s left out, %2 s paused").arg(leftOut).arg(pausedSeconds)));
     int jumps = 0;
-    for (double at = 0.1; at < media.seconds - 0.2; at += 0.05) {
+    for (const double at : MediaProbe::moments(0.1, media.seconds - 0.2, 0.05)) {
         const double rise = MediaProbe::pitchAt(samples, 48000, at + 0.05) -
                             MediaProbe::pitchAt(samples, 48000, at);
         jumps += rise > 0.2 * kHertzPerSecond ? 1 : 0;

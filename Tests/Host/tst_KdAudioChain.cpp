@@ -41,7 +41,12 @@ public:
         const KdGstPtr<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
         gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
     }
-    ~Listener() { gst_element_set_state(m_pipeline.get(), GST_STATE_NULL); }
+    ~Listener()
+    {
+        gst_element_set_state(m_pipeline.get(), GST_STATE_NULL);
+        // Its threads have ended, which a race detector does not see: here is what they wrote.
+        const std::lock_guard<std::mutex> lock(m_mutex);
+    }
 
     bool listen(size_t samples)
     {

@@ -167,3 +167,13 @@ double MediaProbe::pitchAt(const QVector<float>& samples, int samplerate, double
     }
     return crossings > 1 ? (crossings - 1) * samplerate / (last - first) : 0.0;
 }
+
+QVector<double> MediaProbe::moments(double first, double end, double step)
+{
+    const int count = std::max(0, static_cast<int>(std::ceil((end - first) / step)));
+    QVector<double> times;
+    for (int index = 0; index < count; ++index) {
+        times.append(first + index * step);
+    }
+    return times;
+}

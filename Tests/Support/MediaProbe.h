@@ -44,6 +44,8 @@ double toneDecibel(const QVector<float>& samples, int samplerate, double frequen
 double steadyToneDecibel(const QString& path, double frequency);
 
 /** The pitch of a sine around a position, by its zero crossings; 0 where there is none. */
+/** Times in seconds from the first to before the end, all of them step apart. */
+QVector<double> moments(double first, double end, double step);
 double pitchAt(const QVector<float>& samples, int samplerate, double second,
                double windowSeconds = 0.02);
 
