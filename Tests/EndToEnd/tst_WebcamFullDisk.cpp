@@ -31,7 +31,7 @@ void tst_WebcamFullDisk::fullDiskInMidTakeKeepsWhatFittedAndSaysSo()
     QVERIFY(stage.waitForElapsed(2500));
     // The user is told, and need not press anything to keep what fitted.
     stage.answers().answerMessage(QDialogButtonBox::Ok);
-    QVERIFY(disk.fillUpTo(200 * 1024));
+    QVERIFY(disk.fillUpTo(qint64(200) * 1024));
     QTRY_COMPARE_WITH_TIMEOUT(stage.answers().pending(), 0, 30000);
     QVERIFY2(stage.answers().messages().last().contains(QStringLiteral("the disk is full")),
              qPrintable(stage.answers().messages().last()));

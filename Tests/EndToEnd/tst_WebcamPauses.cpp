@@ -28,7 +28,7 @@ void tst_WebcamPauses::tenPausesPartNothing()
     QVERIFY(stage.startTake());
     QVector<double> cuts;
     for (int number = 1; number <= 10; ++number) {
-        QVERIFY(stage.waitForElapsed(number * 1500));
+        QVERIFY(stage.waitForElapsed(qint64(number) * 1500));
         stage.press(WebcamStage::kPause);
         cuts.append(static_cast<double>(stage.lastElapsed()) / 1000.0);
         QVERIFY(stage.waitForPicture());
