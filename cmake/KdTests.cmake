@@ -49,5 +49,7 @@ elseif(KDRECORD_SANITIZE STREQUAL "thread")
   # Races only: the search for lock cycles sees what the distribution's libraries lock, not all that they unlock, and
   # ends the program at the 64th lock that a thread seems to hold.
   list(APPEND KDRECORD_TEST_ENVIRONMENT
-    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/tsan.supp:ignore_noninstrumented_modules=1:halt_on_error=0:detect_deadlocks=0")
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/Tests/tsan.supp:ignore_noninstrumented_modules=1:halt_on_error=0:detect_deadlocks=0"
+    # GLib's own allocator hands memory from thread to thread unseen, malloc() does not.
+    G_SLICE=always-malloc)
 endif()

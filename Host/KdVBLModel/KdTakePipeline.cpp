@@ -67,6 +67,8 @@ bool KdTakePipeline::start(const QByteArray& location, const QVector<KdTakeTrack
     GstBus* const bus = gst_element_get_bus(m_pipeline);
     gst_bus_set_sync_handler(bus, handleMessage, this, nullptr);
     gst_object_unref(bus);
+    // GLib lends threads that ran before this object was made: this is the store that they read.
+    m_isHurrying = false;
     if (gst_element_set_state(m_pipeline, GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE) {
         *error =
             hasFailed() ? this->error() : QStringLiteral("The recording pipeline does not start.");

@@ -37,6 +37,8 @@ public:
         : chain(from, [this](GstBuffer* buffer) { take(buffer); })
         , m_pipeline(kdSink(gst_pipeline_new(nullptr)))
     {
+        // A race detector does not see that threads which GLib keeps come to this object later.
+        const std::lock_guard<std::mutex> lock(m_mutex);
         gst_bin_add(GST_BIN(m_pipeline.get()), chain.bin());
         const KdGstPtr<GstBus> bus(gst_element_get_bus(m_pipeline.get()));
         gst_bus_set_sync_handler(bus.get(), onMessage, this, nullptr);
