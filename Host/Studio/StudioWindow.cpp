@@ -14,6 +14,7 @@
 #include <Studio/StudioRecovery.h>
 #include <Studio/StudioRecoveryBar.h>
 #include <Studio/StudioResources.h>
+#include <Studio/StudioSideWindows.h>
 #include <Studio/StudioStartWatch.h>
 #include <Studio/StudioTakeAnalyser.h>
 #include <Studio/StudioTakeDetails.h>
@@ -70,6 +71,7 @@ StudioWindow::StudioWindow(StudioLanguages* languages, QWidget* parent)
     , m_pStarts(new StudioStartWatch(this))
     , m_pVoiceOver(new StudioVoiceOverSession(this))
     , m_pWebcam(new StudioWebcamSession(this))
+    , m_pSideWindows(new StudioSideWindows(this))
 {
     initStudioResources();
     setObjectName(QStringLiteral("StudioWindow"));
@@ -77,6 +79,7 @@ StudioWindow::StudioWindow(StudioLanguages* languages, QWidget* parent)
     layOut();
     connectTakes();
     connectRecorders();
+    connectHeader();
     connectPlayer();
     retranslate();
     readFrameRate();
@@ -220,8 +223,18 @@ void StudioWindow::connectRecorders()
     // The start of a camera needs the machine for itself.
     connect(m_pStarts, &StudioStartWatch::startBegins, m_pAnalyser, &StudioTakeAnalyser::hold);
     connect(m_pStarts, &StudioStartWatch::startEnded, m_pAnalyser, &StudioTakeAnalyser::release);
+}
+
+void StudioWindow::connectHeader()
+{
+    using Side = StudioSideWindows;
     connect(m_pHeader, &StudioHeader::languageChosen, this, &StudioWindow::languageChosen);
     connect(m_pHeader, &StudioHeader::skinChosen, this, &StudioWindow::skinChosen);
+    connect(m_pHeader, &StudioHeader::devicesRequested, m_pSideWindows, &Side::openDevices);
+    connect(m_pHeader, &StudioHeader::audioSettingsRequested, m_pSideWindows,
+            &Side::openAudioSettings);
+    connect(m_pHeader, &StudioHeader::videoSettingsRequested, m_pSideWindows,
+            &Side::openVideoSettings);
 }
 
 void StudioWindow::connectRecorder(StudioRecordSession* session)
@@ -393,6 +406,7 @@ void StudioWindow::closeEvent(QCloseEvent* event)
 {
     m_pVoiceOver->close();
     m_pWebcam->close();
+    m_pSideWindows->closeAll();
     m_pPlayer->stop();
     m_pImporter->flush();
     QMainWindow::closeEvent(event);

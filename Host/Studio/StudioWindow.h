@@ -19,6 +19,7 @@ class StudioPlayer;
 class StudioRecordSession;
 class StudioRecovery;
 class StudioRecoveryBar;
+class StudioSideWindows;
 class StudioStartWatch;
 class StudioTakeAnalyser;
 class StudioTakeDetails;
@@ -51,6 +52,7 @@ public:
     StudioImporter* importer() const { return m_pImporter; }
     StudioPlayer* player() const { return m_pPlayer; }
     StudioTimeline* timeline() const { return m_pTimeline; }
+    StudioSideWindows* sideWindows() const { return m_pSideWindows; }
     StudioRecoveryBar* recoveryBar() const { return m_pRecoveryBar; }
     QString statusText() const;
 
@@ -69,6 +71,7 @@ private:
     void connectTakes();
     void connectRecorders();
     void connectRecorder(StudioRecordSession* session);
+    void connectHeader();
     void connectPlayer();
     void retranslate();
 
@@ -97,6 +100,7 @@ private:
     StudioStartWatch* m_pStarts;
     StudioRecordSession* m_pVoiceOver;
     StudioRecordSession* m_pWebcam;
+    StudioSideWindows* m_pSideWindows;
 
     StudioHeader* m_pHeader = nullptr;
     StudioRecoveryBar* m_pRecoveryBar = nullptr;

@@ -6,10 +6,13 @@
 #include <KdRecord/KdAudioRecordView.h>
 #include <KdWidgets/KdDoubleSpinBox.h>
 #include <KdZentraCore/KdUtility.h>
+#include <Studio/StudioDevicesDialog.h>
 #include <Studio/StudioImporter.h>
 #include <Studio/StudioLanguages.h>
 #include <Studio/StudioRecordSession.h>
 #include <Studio/StudioRecovery.h>
+#include <Studio/StudioSettingsDialog.h>
+#include <Studio/StudioSideWindows.h>
 #include <Studio/StudioTakeLibrary.h>
 #include <Studio/StudioWindow.h>
 #include <Support/Command.h>
@@ -164,14 +167,43 @@ bool recovery(Bench& bench, const Shot& shot)
     return shot.take(bench.window(), QStringLiteral("studio-recovery"));
 }
 
+KdVBLMODEL::_KdCaptureDevInf device(KdVBLMODEL::_KdDevType type, int index, const QString& name)
+{
+    return {type, index, name, name};
+}
+
+/** The list of devices after the current camera was unplugged, and both pages of settings. */
+bool sideWindows(Bench& bench, const Shot& shot)
+{
+    using namespace KdVBLMODEL;
+    EngineScript& script = bench.engine().script();
+    const _KdCaptureDevInf lost = device(kdtWebcam, 0, QStringLiteral("USB Camera"));
+    script.webcams = {lost, device(kdtWebcam, 1, QStringLiteral("Integrated Camera"))};
+    script.microphones = {device(kdtMicrophone, 0, QStringLiteral("USB Microphone")),
+                          device(kdtMicrophone, 1, QStringLiteral("Built-in Audio"))};
+    StudioSideWindows* const side = bench.window()->sideWindows();
+    side->openDevices();
+    script.webcams.removeFirst();
+    bench.engine().deliverDevice(fcdWebcamRemoved, 0);
+    Shot::letPass(300);
+    bool ok = shot.take(side->devices(), QStringLiteral("studio-devices"));
+    side->openAudioSettings();
+    ok = shot.take(side->audioSettings(), QStringLiteral("studio-audio-settings")) && ok;
+    side->openVideoSettings();
+    ok = shot.take(side->videoSettings(), QStringLiteral("studio-video-settings")) && ok;
+    side->closeAll();
+    return ok;
+}
+
 } // namespace
 
 bool takeStudioShots(const Shot& shot)
 {
     bool ok = true;
     {
-        const Bench empty;
+        Bench empty;
         ok = shot.take(empty.window(), QStringLiteral("studio-empty"));
+        ok = sideWindows(empty, shot) && ok;
     }
     {
         Bench withClip;

@@ -489,6 +489,67 @@
     </message>
 </context>
 <context>
+    <name>StudioAudioSettingsDialog</name>
+    <message>
+        <source>Audio settings</source>
+        <translation>Audio-Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>StudioDevicePane</name>
+    <message>
+        <source>%1 (current)</source>
+        <translation>%1 (gewählt)</translation>
+    </message>
+    <message>
+        <source>%1 (disconnected)</source>
+        <translation>%1 (getrennt)</translation>
+    </message>
+    <message>
+        <source>%1 was connected.</source>
+        <translation>%1 wurde angeschlossen.</translation>
+    </message>
+    <message>
+        <source>%1 was disconnected.</source>
+        <translation>%1 wurde getrennt.</translation>
+    </message>
+    <message>
+        <source>Another program is using the camera.</source>
+        <translation>Ein anderes Programm benutzt die Kamera.</translation>
+    </message>
+    <message>
+        <source>Press one to make it the current one.</source>
+        <translation>Ein Klick wählt ein Gerät.</translation>
+    </message>
+    <message>
+        <source>Connect a camera: it appears here by itself.</source>
+        <translation>Angeschlossene Kameras erscheinen hier.</translation>
+    </message>
+    <message>
+        <source>Connect a microphone: it appears here by itself.</source>
+        <translation>Angeschlossene Mikrofone erscheinen hier.</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Kameras</translation>
+    </message>
+    <message>
+        <source>Microphones</source>
+        <translation>Mikrofone</translation>
+    </message>
+</context>
+<context>
+    <name>StudioDevicesDialog</name>
+    <message>
+        <source>Devices</source>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>What is current here is for this window alone: each recorder keeps its own choice.</source>
+        <translation>Die Wahl gilt nur für dieses Fenster: Jeder Rekorder behält seine eigene.</translation>
+    </message>
+</context>
+<context>
     <name>StudioEmptyState</name>
     <message>
         <source>Choose a take</source>
@@ -520,6 +581,22 @@
     <message>
         <source>Use the dark skin</source>
         <translation>Dunkle Darstellung verwenden</translation>
+    </message>
+    <message>
+        <source>Devices and settings</source>
+        <translation>Geräte und Einstellungen</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>Geräte</translation>
+    </message>
+    <message>
+        <source>Audio settings</source>
+        <translation>Audio-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Video settings</source>
+        <translation>Video-Einstellungen</translation>
     </message>
 </context>
 <context>
@@ -632,6 +709,17 @@
     <message>
         <source>%1 was discarded.</source>
         <translation>%1 wurde verworfen.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioSettingsDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Übernehmen</translation>
     </message>
 </context>
 <context>
@@ -757,6 +845,13 @@
     <message>
         <source>What is used in the recorder appears here. It stays on this machine.</source>
         <translation>Hier erscheint, was im Rekorder benutzt wird. Es bleibt auf diesem Rechner.</translation>
+    </message>
+</context>
+<context>
+    <name>StudioVideoSettingsDialog</name>
+    <message>
+        <source>Video settings</source>
+        <translation>Video-Einstellungen</translation>
     </message>
 </context>
 <context>

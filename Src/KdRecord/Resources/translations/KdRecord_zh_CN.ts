@@ -489,6 +489,67 @@
     </message>
 </context>
 <context>
+    <name>StudioAudioSettingsDialog</name>
+    <message>
+        <source>Audio settings</source>
+        <translation>音频设置</translation>
+    </message>
+</context>
+<context>
+    <name>StudioDevicePane</name>
+    <message>
+        <source>%1 (current)</source>
+        <translation>%1（当前）</translation>
+    </message>
+    <message>
+        <source>%1 (disconnected)</source>
+        <translation>%1（已断开）</translation>
+    </message>
+    <message>
+        <source>%1 was connected.</source>
+        <translation>%1 已连接。</translation>
+    </message>
+    <message>
+        <source>%1 was disconnected.</source>
+        <translation>%1 已断开。</translation>
+    </message>
+    <message>
+        <source>Another program is using the camera.</source>
+        <translation>另一个程序正在使用摄像头。</translation>
+    </message>
+    <message>
+        <source>Press one to make it the current one.</source>
+        <translation>点击即可设为当前设备。</translation>
+    </message>
+    <message>
+        <source>Connect a camera: it appears here by itself.</source>
+        <translation>请连接摄像头，它会自动出现在这里。</translation>
+    </message>
+    <message>
+        <source>Connect a microphone: it appears here by itself.</source>
+        <translation>请连接麦克风，它会自动出现在这里。</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>摄像头</translation>
+    </message>
+    <message>
+        <source>Microphones</source>
+        <translation>麦克风</translation>
+    </message>
+</context>
+<context>
+    <name>StudioDevicesDialog</name>
+    <message>
+        <source>Devices</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>What is current here is for this window alone: each recorder keeps its own choice.</source>
+        <translation>此处的当前设备仅用于本窗口，各录制器保留自己的选择。</translation>
+    </message>
+</context>
+<context>
     <name>StudioEmptyState</name>
     <message>
         <source>Choose a take</source>
@@ -520,6 +581,22 @@
     <message>
         <source>Use the dark skin</source>
         <translation>使用深色外观</translation>
+    </message>
+    <message>
+        <source>Devices and settings</source>
+        <translation>设备和设置</translation>
+    </message>
+    <message>
+        <source>Devices</source>
+        <translation>设备</translation>
+    </message>
+    <message>
+        <source>Audio settings</source>
+        <translation>音频设置</translation>
+    </message>
+    <message>
+        <source>Video settings</source>
+        <translation>视频设置</translation>
     </message>
 </context>
 <context>
@@ -631,6 +708,17 @@
     <message>
         <source>%1 was discarded.</source>
         <translation>%1 已放弃。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioSettingsDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
     </message>
 </context>
 <context>
@@ -756,6 +844,13 @@
     <message>
         <source>What is used in the recorder appears here. It stays on this machine.</source>
         <translation>录制器中使用的功能会显示在这里。这些信息只留在本机。</translation>
+    </message>
+</context>
+<context>
+    <name>StudioVideoSettingsDialog</name>
+    <message>
+        <source>Video settings</source>
+        <translation>视频设置</translation>
     </message>
 </context>
 <context>
