@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kBitrate = 128000;
 constexpr int kRate = 48000;
+constexpr double kDevicePatienceMs = 10000.0;
 
 double elapsedMs(const QElapsedTimer& timer)
 {
@@ -72,11 +73,10 @@ int recordWithEngine(const QString& folder, double seconds, int takes)
     recorder->addEventObserver(&observer);
     recorder->setCallbackSwitch2(true);
     QList<KdVBLMODEL::_KdCaptureDevInf> devices;
-    for (int attempt = 0; devices.isEmpty() && attempt < 50; ++attempt) {
+    recorder->getDevices(&devices);
+    while (devices.isEmpty() && elapsedMs(total) < kDevicePatienceMs) {
+        waitSeconds(0.005);
         recorder->getDevices(&devices);
-        if (devices.isEmpty()) {
-            waitSeconds(0.02);
-        }
     }
     if (devices.isEmpty()) {
         return 1;

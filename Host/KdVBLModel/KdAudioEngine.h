@@ -100,7 +100,8 @@ private:
     void onSamples(GstBuffer* buffer, const KdCaptureDevice& from);
 
     KdCallbackPump m_callbacks;
-    KdListedDevices m_listed{KdVBLMODEL::kdtMicrophone};
+    /** Without patience: a list that comes later is told as an input that came. */
+    KdListedDevices m_listed{KdVBLMODEL::kdtMicrophone, std::chrono::milliseconds(0)};
 
     mutable std::mutex m_mutex; ///< guards what follows; never held while anything may block
     Settings m_settings;

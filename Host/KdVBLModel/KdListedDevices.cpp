@@ -4,21 +4,21 @@
 
 #include <algorithm>
 
-namespace {
-constexpr std::chrono::milliseconds kPatience{250};
+KdListedDevices::KdListedDevices(KdVBLMODEL::_KdDevType kind, std::chrono::milliseconds patience)
+    : m_kind(kind), m_patience(patience)
+{
 }
 
-KdListedDevices::KdListedDevices(KdVBLMODEL::_KdDevType kind) : m_kind(kind) {}
-
+// Whether the list is complete is asked with the lock held: else complete() could come in between,
+// and nobody would be told of the list.
 QVector<KdCaptureDevice> KdListedDevices::list()
 {
     KdDeviceRegistry& registry = KdDeviceRegistry::instance();
-    const bool isComplete = registry.waitUntilListed(m_kind, kPatience);
-    const QVector<KdCaptureDevice> devices = registry.devices(m_kind);
+    registry.waitUntilListed(m_kind, m_patience);
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_devices = devices;
-    m_isIncomplete = !isComplete;
-    return devices;
+    m_isIncomplete = !registry.waitUntilListed(m_kind, std::chrono::milliseconds(0));
+    m_devices = registry.devices(m_kind);
+    return m_devices;
 }
 
 KdCaptureDevice KdListedDevices::at(int index) const

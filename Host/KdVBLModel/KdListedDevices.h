@@ -5,6 +5,7 @@
 
 #include <QVector>
 
+#include <chrono>
 #include <mutex>
 
 /**
@@ -14,10 +15,11 @@
 class KDVBLMODEL_EXPORT KdListedDevices
 {
 public:
-    explicit KdListedDevices(KdVBLMODEL::_KdDevType kind);
+    /** @param patience how long list() waits for the machine's first list */
+    KdListedDevices(KdVBLMODEL::_KdDevType kind, std::chrono::milliseconds patience);
 
-    /** @return the devices that are there now, which the indices mean from now on. Waits shortly
-     * for the machine's first list. */
+    /** @return the devices that are there now, which the indices mean from now on; none when the
+     * machine's first list does not come in time. */
     QVector<KdCaptureDevice> list();
 
     /** @return a null device for an index that means none. */
@@ -31,6 +33,7 @@ public:
 
 private:
     const KdVBLMODEL::_KdDevType m_kind;
+    const std::chrono::milliseconds m_patience;
     mutable std::mutex m_mutex; ///< guards what follows
     QVector<KdCaptureDevice> m_devices;
     bool m_isIncomplete = false;

@@ -155,8 +155,10 @@ private:
     KdCallbackPump m_callbacks;
     KdFramePump m_frames;
     KdPictureStage m_stage;
-    KdListedDevices m_cameras{KdVBLMODEL::kdtWebcam};
-    KdListedDevices m_microphones{KdVBLMODEL::kdtMicrophone};
+    /** A panel waits for more than a second before it looks for a camera that came. */
+    static constexpr std::chrono::milliseconds kFirstListPatience{250};
+    KdListedDevices m_cameras{KdVBLMODEL::kdtWebcam, kFirstListPatience};
+    KdListedDevices m_microphones{KdVBLMODEL::kdtMicrophone, kFirstListPatience};
 
     mutable std::mutex m_mutex; ///< guards what follows; never held while anything may block
     std::condition_variable m_changed;
