@@ -3,6 +3,7 @@
 #include <KCore/KCoreDirs.h>
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdCore/KdLazySingletonManager.h>
+#include <KdRecord/KdCaptureEngine.h>
 #include <KdWidgets/KdSkinManager.h>
 #include <KdZentraCore/KdConfigEngine.h>
 #include <Studio/KdDemoCamera.h>
@@ -82,8 +83,21 @@ int StudioApplication::run()
     m_window->show();
     m_window->openTakes();
     handleQuitSignals();
+    QMetaObject::invokeMethod(this, &StudioApplication::warmEngineUp, Qt::QueuedConnection);
     planTakes();
     return QApplication::exec();
+}
+
+// A capture engine begins to look for devices with its first recorder. Done by then, the first
+// dialog that is opened has them at once.
+void StudioApplication::warmEngineUp()
+{
+    if (auto* const recorder = KdVBLMODEL::createAudioRecorder(this)) {
+        recorder->release();
+    }
+    if (auto* const recorder = KdVBLMODEL::createWebcamRecorder()) {
+        recorder->release();
+    }
 }
 
 void StudioApplication::applySettings()

@@ -41,6 +41,7 @@ private:
     };
 
     void applySettings();
+    void warmEngineUp();
     bool prepareDemo();
     QString prepareMicrophone();
     QString prepareCamera();
