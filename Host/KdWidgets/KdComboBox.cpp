@@ -70,15 +70,20 @@ bool KdComboBox::isPopupVisible() const
     return m_pPopup && m_pPopup->isVisible();
 }
 
+// Not by view() where that can be helped: it makes the list, which costs more than the rest of the
+// combo box.
+
 bool KdComboBox::isRowHidden(int row) const
 {
-    // Not view(): that makes the list, which costs more than the rest of the combo box.
     const auto* list = findChild<QListView*>();
     return list && row >= 0 && row < count() && list->isRowHidden(row);
 }
 
 void KdComboBox::setRowHidden(int row, bool hidden)
 {
+    if (!hidden && !isRowHidden(row)) {
+        return;
+    }
     if (auto* list = qobject_cast<QListView*>(view())) {
         list->setRowHidden(row, hidden);
     }

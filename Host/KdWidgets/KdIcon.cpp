@@ -1,6 +1,7 @@
 #include <KdWidgets/KdIcon.h>
 
 #include <QFile>
+#include <QHash>
 #include <QImageReader>
 #include <QPainter>
 #include <QPixmapCache>
@@ -51,9 +52,19 @@ bool drawImage(QPainter* painter, const QString& file, const QSize& area, const 
 
 } // namespace
 
+// A drawing has to be read as a whole for that. What is inside the program stays as it is.
 QSize KdIcon::naturalSize(const QString& file)
 {
-    return file.isEmpty() ? QSize() : QImageReader(file).size();
+    static QHash<QString, QSize> known;
+    const auto found = known.constFind(file);
+    if (found != known.constEnd()) {
+        return *found;
+    }
+    const QSize size = file.isEmpty() ? QSize() : QImageReader(file).size();
+    if (file.startsWith(QLatin1String(":/"))) {
+        known.insert(file, size);
+    }
+    return size;
 }
 
 QPixmap KdIcon::pixmap(const QString& file, const QSize& size, qreal ratio)
