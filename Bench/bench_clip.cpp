@@ -5,6 +5,7 @@
 // that, for the time that its end takes. Times of this machine mean little; compare the rows of one
 // run.
 
+#include "BenchMain.h"
 #include "ChildRun.h"
 
 #include <Support/ClipProbe.h>
@@ -221,6 +222,30 @@ BENCHMARK(gstLaunch)->Apply(configure);
 BENCHMARK(ffmpeg)->Apply(configure);
 BENCHMARK(ourLongTake)->Unit(benchmark::kMillisecond)->Iterations(1)->UseManualTime();
 
+std::vector<Aim> aims(const BenchResults& results)
+{
+    const auto most = Aim::Bound::AtMost;
+    const auto cpu = [&](const char* other) {
+        return results.ratio("ourTake", other, "cpu_s_per_s");
+    };
+    const auto likeness = [&](const char* other) {
+        return results.ratio("ourTake", other, "ssim");
+    };
+    return {
+        {"clip 720p30: CPU / gst-launch-1.0 with x264 veryfast", cpu("gstLaunch"), most, 0.7},
+        {"clip 720p30: CPU / ffmpeg with x264 veryfast", cpu("ffmpeg"), most, 0.7},
+        {"clip 720p30: SSIM / gst-launch-1.0 with x264 veryfast", likeness("gstLaunch"),
+         Aim::Bound::AtLeast, 1.0},
+        {"clip 720p30: SSIM / ffmpeg with x264 veryfast", likeness("ffmpeg"), Aim::Bound::AtLeast,
+         1.0},
+        {"clip of 10 s: ms until it is finished", results.value("ourTake", "warm_stop_ms"), most,
+         2000},
+        {"clip of 10 min: ms until it is finished", results.value("ourLongTake", "cold_stop_ms"),
+         most, 2000},
+        {"clip of 10 s: pictures lost", results.value("ourTake", "warm_lost"), most, 0},
+    };
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -230,11 +255,5 @@ int main(int argc, char** argv)
         QTextStream(stderr) << "ffmpeg does not make the material\n";
         return 1;
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv, aims);
 }

@@ -1,26 +1,29 @@
-// Time from asking for the voice-over dialog to its first paint, beside a plain Qt dialog with as
+// Time from asking for a dialog to its first paint, beside a plain Qt dialog of its size with as
 // many widgets of the same kinds: for the first time in a process, each in one of its own, and
 // again. All stand in one run; the ratios are the figures. "gui_cpu_ms" is the processor time of
 // the user-interface thread alone: whatever the engine starts up must not be in it.
+//
+// The first opening is measured as in a host that did nothing before. "Warm" is that in a host
+// which let the engine look for devices earlier, as Studio does.
+
+#include "BenchMain.h"
+#include "PlainTwin.h"
 
 #include <KCore/KCoreDirs.h>
 #include <KdRecord/KdAudioRecordView.h>
+#include <KdRecord/KdCaptureEngine.h>
+#include <KdRecord/KdWebcamRecordView.h>
 #include <KdWidgets/KdSkinManager.h>
+#include <Support/VirtualCamera.h>
+#include <Support/VirtualMicrophone.h>
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
 #include <QElapsedTimer>
-#include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QProcess>
-#include <QPushButton>
-#include <QSpinBox>
 #include <QTemporaryDir>
-#include <QToolButton>
+#include <QTest>
+#include <QTextStream>
 
 #include <benchmark/benchmark.h>
 
@@ -29,6 +32,8 @@
 #include <memory>
 
 namespace {
+
+constexpr int kPatienceMs = 10000;
 
 class PaintWatch : public QObject
 {
@@ -47,144 +52,68 @@ private:
     bool m_painted = false;
 };
 
-void processUntilPainted(const PaintWatch& watch)
+/** What is opened. */
+enum class Which
 {
+    VoiceOver,
+    Webcam
+};
+
+/** @return the dialog as its host makes it; the caller's. */
+QDialog* makeDialog(Which which)
+{
+    if (which == Which::VoiceOver) {
+        return new KdAudioRecordView(nullptr);
+    }
+    auto* const view = new KdWebcamRecordView(nullptr);
+    view->initDevices();
+    return view;
+}
+
+void showUntilPainted(QDialog* dialog)
+{
+    dialog->setAttribute(Qt::WA_DeleteOnClose, false);
+    const PaintWatch watch(dialog);
+    dialog->show();
     while (!watch.painted()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 }
 
-/** The kinds of widget that a twin tells apart. */
-enum class Kind : char
+PlainTwin::Pattern patternOf(Which which)
 {
-    Label = 'l',
-    Combo = 'c',
-    Spin = 's',
-    Edit = 'e',
-    Check = 'k',
-    Tool = 't',
-    Push = 'p',
-    Other = 'o'
-};
-
-Kind kindOf(const QWidget* widget)
-{
-    if (qobject_cast<const QLabel*>(widget)) {
-        return Kind::Label;
-    }
-    if (qobject_cast<const QComboBox*>(widget)) {
-        return Kind::Combo;
-    }
-    if (qobject_cast<const QAbstractSpinBox*>(widget)) {
-        return Kind::Spin;
-    }
-    if (qobject_cast<const QLineEdit*>(widget)) {
-        return Kind::Edit;
-    }
-    if (qobject_cast<const QCheckBox*>(widget)) {
-        return Kind::Check;
-    }
-    if (qobject_cast<const QToolButton*>(widget)) {
-        return Kind::Tool;
-    }
-    return qobject_cast<const QPushButton*>(widget) ? Kind::Push : Kind::Other;
+    const std::unique_ptr<QDialog> dialog(makeDialog(which));
+    showUntilPainted(dialog.get());
+    return PlainTwin::of(*dialog);
 }
 
-QWidget* twinOf(Kind kind, QWidget* parent)
-{
-    switch (kind) {
-    case Kind::Label:
-        return new QLabel(QStringLiteral("Caption"), parent);
-    case Kind::Combo:
-        return new QComboBox(parent);
-    case Kind::Spin:
-        return new QDoubleSpinBox(parent);
-    case Kind::Edit:
-        return new QLineEdit(parent);
-    case Kind::Check:
-        return new QCheckBox(parent);
-    case Kind::Tool:
-        return new QToolButton(parent);
-    case Kind::Push:
-        return new QPushButton(parent);
-    case Kind::Other:
-        break;
-    }
-    return new QWidget(parent);
-}
-
-/** What a spin box or combo box is made of comes with its twin. */
-bool isInner(const QWidget* widget)
-{
-    const QObject* const parent = widget->parent();
-    return widget->isWindow() || qobject_cast<const QComboBox*>(parent) ||
-           qobject_cast<const QAbstractSpinBox*>(parent) ||
-           qobject_cast<const QLineEdit*>(parent) ||
-           widget->inherits("QComboBoxPrivateContainer") || widget->inherits("QScrollBar") ||
-           widget->inherits("QAbstractItemView");
-}
-
-/** @param kinds a letter for each widget */
-QDialog* plainTwin(const QByteArray& kinds)
-{
-    auto* const dialog = new QDialog;
-    dialog->setFixedSize(480, 448);
-    auto* const layout = new QGridLayout(dialog);
-    for (int i = 0; i < kinds.size(); ++i) {
-        layout->addWidget(twinOf(static_cast<Kind>(kinds.at(i)), dialog), i / 4, i % 4);
-    }
-    return dialog;
-}
-
-QByteArray kindsIn(const QWidget& dialog)
-{
-    QByteArray kinds;
-    const QList<QWidget*> all = dialog.findChildren<QWidget*>();
-    for (const QWidget* widget : all) {
-        if (!isInner(widget)) {
-            kinds.append(static_cast<char>(kindOf(widget)));
-        }
-    }
-    return kinds;
-}
-
-QByteArray kindsOfVoiceOver()
-{
-    const KdAudioRecordView view(nullptr);
-    return kindsIn(view);
-}
-
-void openVoiceOver(benchmark::State& state)
+template <typename Make>
+void openAgain(benchmark::State& state, const Make& make)
 {
     for (auto unused : state) {
         Q_UNUSED(unused)
-        auto* const view = new KdAudioRecordView(nullptr);
-        const PaintWatch watch(view);
-        view->doModal();
-        processUntilPainted(watch);
+        QDialog* const dialog = make();
+        showUntilPainted(dialog);
         state.PauseTiming();
-        state.counters["widgets"] = static_cast<double>(kindsIn(*view).size());
-        delete view;
+        state.counters["widgets"] = static_cast<double>(PlainTwin::of(*dialog).kinds.size());
+        delete dialog;
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         state.ResumeTiming();
     }
 }
 
-void openPlain(benchmark::State& state)
+void openDialog(benchmark::State& state, Which which)
 {
-    const QByteArray kinds = kindsOfVoiceOver();
-    for (auto unused : state) {
-        Q_UNUSED(unused)
-        QDialog* const dialog = plainTwin(kinds);
-        const PaintWatch watch(dialog);
-        dialog->show();
-        processUntilPainted(watch);
-        state.PauseTiming();
-        state.counters["widgets"] = static_cast<double>(kinds.size());
-        delete dialog;
-        state.ResumeTiming();
-    }
+    openAgain(state, [which] { return makeDialog(which); });
 }
+
+void openPlain(benchmark::State& state, Which which)
+{
+    const PlainTwin::Pattern pattern = patternOf(which);
+    openAgain(state, [&pattern] { return PlainTwin::make(pattern); });
+}
+
+// In a process of its own
 
 double threadMilliseconds()
 {
@@ -193,39 +122,60 @@ double threadMilliseconds()
     return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
 }
 
-/**
- * Opens one dialog in a process of its own and prints two times in milliseconds.
- * @param kinds of the plain twin; "view": the voice-over dialog
- */
-int openOnce(const QByteArray& kinds)
+/** Lets the engine look for devices, and waits for them. */
+bool warmUp()
 {
+    auto* const recorder = KdVBLMODEL::createWebcamRecorder();
+    const bool isDone = QTest::qWaitFor(
+        [recorder] {
+            QList<KdVBLMODEL::KdCaptureDevInfo> cameras;
+            QList<KdVBLMODEL::KdCaptureDevInfo> microphones;
+            return recorder->getDevices(KdVBLMODEL::kdtWebcam, &cameras) &&
+                   recorder->getDevices(KdVBLMODEL::kdtMicrophone, &microphones) &&
+                   !cameras.isEmpty() && !microphones.isEmpty();
+        },
+        kPatienceMs);
+    recorder->release();
+    return isDone;
+}
+
+/**
+ * Opens one dialog and prints two times in milliseconds.
+ * @param arguments "voice-over", "webcam" or the letters of a twin; its width and height; "warm"
+ */
+int openOnce(const QStringList& arguments)
+{
+    if (arguments.contains(QLatin1String("warm")) && !warmUp()) {
+        return EXIT_FAILURE;
+    }
+    const QString what = arguments.value(0);
+    const PlainTwin::Pattern pattern{what.toLatin1(),
+                                     {arguments.value(1).toInt(), arguments.value(2).toInt()}};
     QElapsedTimer timer;
     timer.start();
     const double cpu = threadMilliseconds();
     std::unique_ptr<QDialog> dialog;
-    if (kinds == "view") {
-        auto view = std::make_unique<KdAudioRecordView>(nullptr);
-        view->setAttribute(Qt::WA_DeleteOnClose, false);
-        dialog = std::move(view);
+    if (what == QLatin1String("voice-over")) {
+        dialog.reset(makeDialog(Which::VoiceOver));
+    } else if (what == QLatin1String("webcam")) {
+        dialog.reset(makeDialog(Which::Webcam));
     } else {
-        dialog.reset(plainTwin(kinds));
+        dialog.reset(PlainTwin::make(pattern));
     }
-    const PaintWatch watch(dialog.get());
-    dialog->show();
-    processUntilPainted(watch);
+    showUntilPainted(dialog.get());
     std::printf("%f %f\n", static_cast<double>(timer.nsecsElapsed()) / 1e6,
                 threadMilliseconds() - cpu);
-    return 0;
+    return EXIT_SUCCESS;
 }
 
-void openFirst(benchmark::State& state, const QByteArray& kinds)
+void openFirst(benchmark::State& state, const QStringList& arguments)
 {
     double cpu = 0.0;
     for (auto unused : state) {
         Q_UNUSED(unused)
         QProcess child;
         child.start(QCoreApplication::applicationFilePath(),
-                    {QStringLiteral("--open-once"), QString::fromLatin1(kinds)});
+                    QStringList(QStringLiteral("--open-once")) + arguments);
         child.waitForFinished();
         const QList<QByteArray> times = child.readAllStandardOutput().trimmed().split(' ');
         if (child.exitCode() != 0 || times.size() != 2) {
@@ -238,38 +188,62 @@ void openFirst(benchmark::State& state, const QByteArray& kinds)
     state.counters["gui_cpu_ms"] = benchmark::Counter(cpu, benchmark::Counter::kAvgIterations);
 }
 
-void openFirstPlain(benchmark::State& state)
+void openFirstPlain(benchmark::State& state, Which which)
 {
-    openFirst(state, kindsOfVoiceOver());
+    const PlainTwin::Pattern pattern = patternOf(which);
+    openFirst(state, {QString::fromLatin1(pattern.kinds), QString::number(pattern.size.width()),
+                      QString::number(pattern.size.height())});
 }
 
-void openFirstVoiceOver(benchmark::State& state)
+void configureFirst(benchmark::internal::Benchmark* row)
 {
-    openFirst(state, "view");
+    row->Unit(benchmark::kMillisecond)
+        ->UseManualTime()
+        ->Iterations(5)
+        ->Repetitions(5)
+        ->ReportAggregatesOnly(true);
 }
 
-BENCHMARK(openFirstPlain)
-    ->Unit(benchmark::kMillisecond)
-    ->UseManualTime()
-    ->Iterations(5)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(openFirstVoiceOver)
-    ->Unit(benchmark::kMillisecond)
-    ->UseManualTime()
-    ->Iterations(5)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(openPlain)
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(20)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
-BENCHMARK(openVoiceOver)
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(20)
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true);
+void configureAgain(benchmark::internal::Benchmark* row)
+{
+    row->Unit(benchmark::kMillisecond)->Iterations(20)->Repetitions(5)->ReportAggregatesOnly(true);
+}
+
+void registerRows(const std::string& name, const QString& argument, Which which)
+{
+    const auto add = [&name](const char* kind, auto... what) {
+        return benchmark::RegisterBenchmark((name + '/' + kind).c_str(), what...);
+    };
+    const QStringList cold{argument};
+    const QStringList warm{argument, {}, {}, QStringLiteral("warm")};
+    configureFirst(add("firstPlain", openFirstPlain, which));
+    configureFirst(add("first", openFirst, cold));
+    configureFirst(add("firstWarm", openFirst, warm));
+    configureAgain(add("againPlain", openPlain, which));
+    configureAgain(add("again", openDialog, which));
+}
+
+void addAims(std::vector<Aim>* aims, const BenchResults& results, const std::string& name)
+{
+    constexpr double most = 1.5;
+    const auto add = [&](const char* what, const char* row, const char* plain, const char* figure) {
+        aims->push_back({name + " dialog, " + what,
+                         results.ratio(name + '/' + row, name + '/' + plain, figure),
+                         Aim::Bound::AtMost, most});
+    };
+    add("first opening: time / plain dialog's", "first", "firstPlain", "time");
+    add("first opening: GUI thread's CPU / plain dialog's", "first", "firstPlain", "gui_cpu_ms");
+    add("first opening, engine warm: time / plain dialog's", "firstWarm", "firstPlain", "time");
+    add("later opening: time / plain dialog's", "again", "againPlain", "time");
+}
+
+std::vector<Aim> aims(const BenchResults& results)
+{
+    std::vector<Aim> aims;
+    addAims(&aims, results, "voiceOver");
+    addAims(&aims, results, "webcam");
+    return aims;
+}
 
 } // namespace
 
@@ -281,14 +255,17 @@ int main(int argc, char** argv)
     setZentraDocumentDir(folder.path());
     // The style sheet of the application counts for both sides.
     KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
-    if (argc == 3 && qstrcmp(argv[1], "--open-once") == 0) {
-        return openOnce(argv[2]);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.value(1) == QLatin1String("--open-once")) {
+        return openOnce(arguments.mid(2));
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
+    VirtualMicrophone microphone;
+    VirtualCamera camera;
+    if (!microphone.plug() || !camera.plug()) {
+        QTextStream(stderr) << "No virtual devices: run this by ./dev bench\n";
+        return EXIT_FAILURE;
     }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    registerRows("voiceOver", QStringLiteral("voice-over"), Which::VoiceOver);
+    registerRows("webcam", QStringLiteral("webcam"), Which::Webcam);
+    return runBenchmarks(argc, argv, aims);
 }

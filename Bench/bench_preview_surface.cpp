@@ -3,6 +3,8 @@
 // frame lock is held, how far the pictures are apart, and how many frames of a 60 Hz camera are not
 // shown. The figures are those of the one and the other in one row, times in milliseconds.
 
+#include "BenchMain.h"
+
 #include <KCore/KCoreDirs.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
 #include <KdWidgets/KdSkinManager.h>
@@ -10,6 +12,7 @@
 #include <Support/PlainPreview.h>
 
 #include <QApplication>
+#include <QBackingStore>
 #include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTest>
@@ -19,7 +22,11 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <cstring>
+#include <functional>
+#include <limits>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -59,6 +66,32 @@ private:
     std::vector<double> m_times;
 };
 
+/** Frames carry their number as a grey in their middle, so that it can be read where they are
+ * shown. Not every grey counts: what is between two may come of scaling. */
+namespace Mark {
+
+constexpr int kCount = 32; ///< then they begin anew
+constexpr int kStep = 256 / kCount;
+
+void draw(QImage* frame, int number)
+{
+    const int side = frame->height() / 8;
+    const int grey = number % kCount * kStep + kStep / 2;
+    QRect place(0, 0, side, side);
+    place.moveCenter(frame->rect().center());
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        auto* const row = reinterpret_cast<QRgb*>(frame->scanLine(y));
+        std::fill(row + place.left(), row + place.right() + 1, qRgb(grey, grey, grey));
+    }
+}
+
+int read(const QImage& surface)
+{
+    return qGreen(surface.pixel(surface.rect().center())) / kStep;
+}
+
+} // namespace Mark
+
 /** A preview that measures its painting. */
 template <typename Preview>
 class Measured : public Preview
@@ -66,8 +99,15 @@ class Measured : public Preview
 public:
     using Preview::frameLock;
 
+    void forget()
+    {
+        paintTimes = Times();
+        framesShown = 0;
+        m_lastMark = -1;
+    }
+
     Times paintTimes;
-    int paints = 0;
+    int framesShown = 0; ///< each once, however often it is painted
 
 protected:
     void paintEvent(QPaintEvent* event) override
@@ -75,8 +115,14 @@ protected:
         const Clock::time_point start = Clock::now();
         Preview::paintEvent(event);
         paintTimes.add(millisecondsSince(start));
-        ++paints;
+        const auto* const surface = dynamic_cast<QImage*>(this->backingStore()->paintDevice());
+        const int mark = surface ? Mark::read(*surface) : m_lastMark;
+        framesShown += mark == m_lastMark ? 0 : 1;
+        m_lastMark = mark;
     }
+
+private:
+    int m_lastMark = -1;
 };
 
 void hand(KdWebCamDisplayLabel* preview, const QImage& frame)
@@ -148,8 +194,7 @@ struct Scene
         preview->repaint();
         // So that no painting that is still to come is taken for one of the frames that follow.
         QTest::qWait(100);
-        preview->paintTimes = Times();
-        preview->paints = 0;
+        preview->forget();
     }
 
     QSize size;
@@ -315,16 +360,19 @@ int runCamera(Preview* preview, const Scene& scene, QEventLoop* loop)
 {
     constexpr auto interval = std::chrono::nanoseconds(1000000000 / kHertz);
     const Clock::time_point end = Clock::now() + std::chrono::seconds(kDropSeconds);
+    std::vector<QImage> frames = scene.frames;
     int count = 0;
     for (auto next = Clock::now(); next < end; next = std::max(next + interval, Clock::now())) {
+        QImage& frame = frames[std::size_t(++count) % frames.size()];
+        Mark::draw(&frame, count);
         std::this_thread::sleep_until(next);
-        hand(preview, scene.frame(++count));
+        hand(preview, frame);
     }
     QMetaObject::invokeMethod(loop, "quit", Qt::QueuedConnection);
     return count;
 }
 
-/** @return the share of a 60 Hz camera's frames that was not painted. */
+/** @return the share of a 60 Hz camera's frames that was never shown. */
 template <typename Preview>
 double notShown(const Scene& scene)
 {
@@ -336,7 +384,7 @@ double notShown(const Scene& scene)
     loop.exec();
     camera.join();
     QTest::qWait(100);
-    return 1 - double(preview.paints) / count;
+    return 1 - double(preview.framesShown) / count;
 }
 
 void frames60(benchmark::State& state)
@@ -374,6 +422,66 @@ BENCHMARK(paint)->Apply(everyCase)->Unit(benchmark::kMillisecond)->Iterations(60
 BENCHMARK(lock)->Apply(plainestAndDearest)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(frames60)->Apply(plainestAndDearest)->Unit(benchmark::kMillisecond)->Iterations(1);
 
+std::string rowOf(const char* name, const QSize& size, int isRound, int isFlipped)
+{
+    return QStringLiteral("%1/w:%2/h:%3/round:%4/flip:%5")
+        .arg(QLatin1String(name))
+        .arg(size.width())
+        .arg(size.height())
+        .arg(isRound)
+        .arg(isFlipped)
+        .toStdString();
+}
+
+/** The worst of the plainest and the dearest look at some sizes; NaN unless all were measured. */
+double worst(const char* name, const std::vector<QSize>& sizes,
+             const std::function<double(const std::string&)>& figure)
+{
+    double most = -std::numeric_limits<double>::infinity();
+    for (const QSize& size : sizes) {
+        for (const int option : {0, 1}) {
+            const double value = figure(rowOf(name, size, option, option));
+            most = std::isnan(value) ? value : std::max(most, value);
+            if (std::isnan(most)) {
+                return most;
+            }
+        }
+    }
+    return most;
+}
+
+std::vector<Aim> aims(const BenchResults& results)
+{
+    const QSize hd(1920, 1080);
+    const QSize uhd(3840, 2160);
+    const std::vector<QSize> upToHd{{640, 480}, {1280, 720}, hd};
+    const std::vector<QSize> all{{640, 480}, {1280, 720}, hd, uhd};
+    const auto figure = [&](const char* name) {
+        return [&results, name](const std::string& row) { return results.value(row, name); };
+    };
+    const auto lockToCopy = [&](const std::string& row) {
+        return results.value(row, "own_lock") / results.value(row, "copy");
+    };
+    const auto faster = [&](int option) {
+        return results.value(rowOf("paint", hd, option, option), "paint_ratio");
+    };
+    const auto most = Aim::Bound::AtMost;
+    return {
+        {"preview surface 1080p, circle and flip: times as fast as the plain recipe", faster(1),
+         Aim::Bound::AtLeast, 25},
+        {"preview surface 1080p, square: times as fast as the plain recipe", faster(0),
+         Aim::Bound::AtLeast, 2},
+        {"preview surface: longest hold of the lock / copy of a frame, worst case",
+         worst("lock", all, lockToCopy), most, 1},
+        {"preview surface: mean difference to the plain recipe in grey levels, worst",
+         worst("paint", all, figure("off_mean")), most, 2},
+        {"preview surface: % of 60 frames/s not shown, up to 1080p, worst case",
+         worst("frames60", upToHd, figure("own_lost_%")), most, 0},
+        {"preview surface: % of 60 frames/s not shown, 2160p, worst case",
+         worst("frames60", {uhd}, figure("own_lost_%")), most, 1},
+    };
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -383,11 +491,5 @@ int main(int argc, char** argv)
     const QTemporaryDir folder;
     setZentraDocumentDir(folder.path());
     KdSkin::KdSkinManager::instance()->setSkin(QStringLiteral("dark"));
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
-    }
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return runBenchmarks(argc, argv, aims);
 }

@@ -35,6 +35,8 @@ public:
     /** Pulls the plug, whoever watches. */
     bool unplug();
     bool isPlugged() const;
+    /** Of the program that gives its picture; 0 while it is not plugged. */
+    qint64 processId() const { return m_process.processId(); }
 
     /** It stays plugged, and answers nobody any more until letGo(). */
     void hold();
