@@ -4,6 +4,7 @@
 #include <KdWidgets/KdWindowWatch.h>
 #include <KdWidgets/KdWrapLabel.h>
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPointer>
@@ -94,6 +95,14 @@ Button KOldMessageDialog::Question_YesNo(const QString& text, QWidget* parent, B
 QString KOldMessageDialog::text() const
 {
     return m_sText;
+}
+
+void KOldMessageDialog::showEvent(QShowEvent* event)
+{
+    KdFramelessDialog::showEvent(event);
+    // As Qt does for its own messages.
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 Button KOldMessageDialog::ask(KOldMessageDialog* dialog, Button safeAnswer)

@@ -45,6 +45,9 @@ public:
     /** @return the message, for whoever finds the dialog by its object name. */
     QString text() const;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     KOldMessageDialog(const QString& text, QWidget* parent,
                       QDialogButtonBox::StandardButtons buttons,

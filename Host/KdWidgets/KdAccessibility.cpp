@@ -1,5 +1,6 @@
 #include "KdAccessibility.h"
 
+#include <KdWidgets/KOldMessageDialog.h>
 #include <KdWidgets/KdAudioVolumeWidget.h>
 #include <KdWidgets/KdPopovers.h>
 #include <KdWidgets/KdTipWidget.h>
@@ -47,6 +48,9 @@ QAccessibleInterface* createInterface(const QString& /*className*/, QObject* obj
     }
     if (auto* toast = qobject_cast<KdToast*>(object)) {
         return new QAccessibleWidget(toast, QAccessible::AlertMessage);
+    }
+    if (auto* message = qobject_cast<KOldMessageDialog*>(object)) {
+        return new QAccessibleWidget(message, QAccessible::AlertMessage);
     }
     if (auto* tip = qobject_cast<KdTipWidget*>(object)) {
         return new QAccessibleWidget(tip, QAccessible::ToolTip);

@@ -55,8 +55,16 @@ void KComboboxExt::setTitle(const QString& title)
 void KComboboxExt::setQuestionTip(const QString& tip)
 {
     m_sTip = tip;
-    // The keyboard cannot hover over the question mark; assistive tools find the explanation here.
     m_pCombo->setAccessibleDescription(tip);
+    describeQuestion();
+}
+
+void KComboboxExt::describeQuestion()
+{
+    if (m_pQuestion) {
+        m_pQuestion->setAccessibleName(tr("Explanation"));
+        m_pQuestion->setAccessibleDescription(m_sTip);
+    }
 }
 
 void KComboboxExt::setQuestionVisible(bool visible)
@@ -72,6 +80,10 @@ void KComboboxExt::setQuestionVisible(bool visible)
     if (!m_pQuestion) {
         m_pQuestion = new KQuestionLabel(this);
         m_pQuestion->setFixedSize(16, 16);
+        // Behind the combo box, then the combo box behind it: ahead of it, where that stands.
+        setTabOrder(m_pCombo, m_pQuestion);
+        setTabOrder(m_pQuestion, m_pCombo);
+        describeQuestion();
     }
     m_pQuestion->installEventFilter(this);
     m_pTitleLayout->addSpacing(2);
@@ -92,12 +104,16 @@ bool KComboboxExt::eventFilter(QObject* watched, QEvent* event)
 
 void KComboboxExt::filterQuestion(QEvent* event)
 {
-    if (event->type() == QEvent::Enter) {
+    if (event->type() == QEvent::Enter || event->type() == QEvent::FocusIn) {
         const QRect box = m_pQuestion->rect();
         onNeedShowTips(m_pQuestion->mapToGlobal({box.left() + box.width() / 2, box.bottom()}));
     } else if (event->type() == QEvent::Leave) {
         // The pointer may be on its way to the tip, whose enter event comes first then.
         QTimer::singleShot(0, this, &KComboboxExt::onNeedHideTips);
+    } else if (event->type() == QEvent::FocusOut) {
+        onNeedHideTips();
+    } else if (event->type() == QEvent::LanguageChange) {
+        describeQuestion();
     }
 }
 

@@ -46,6 +46,7 @@ public:
 
 private:
     void initUI();
+    void describeQuestion();
     void filterQuestion(QEvent* event);
     void filterTip(QEvent* event);
     void onNeedShowTips(QPoint arrowTarget);

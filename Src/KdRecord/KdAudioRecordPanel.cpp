@@ -7,6 +7,7 @@
 #include <KdRecord/KAudioAdvanceMapping.h>
 #include <KdRecord/KRecordSettingParam.h>
 #include <KdRecord/KRecordVideoAdvancedExposeEvent.h>
+#include <KdRecord/KdAnnouncer.h>
 #include <KdRecord/KdAudioDeviceBoxes.h>
 #include <KdRecord/KdAudioRecordHelper.h>
 #include <KdRecord/KdAudioRecordPanelUi.h>
@@ -176,7 +177,11 @@ void KdAudioRecordPanel::InitUI(bool closePopup)
         m_pDevices->closeList();
     }
     const QString stored = KRecordSettingParam::instance()->data().selectedAudioDeviceName;
+    const bool hadDevice = m_pDevices->hasDevice();
     const int row = m_pDevices->fill(devices, stored);
+    if (hadDevice && devices.isEmpty()) {
+        m_pUi->announcer->tellNoDevice();
+    }
     if (row >= 0) {
         m_pRecorderHelper->setCurrentDevice(row);
     } else {

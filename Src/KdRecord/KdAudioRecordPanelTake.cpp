@@ -5,6 +5,7 @@
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdCore/KdBaseLog.h>
 #include <KdRecord/KRecordSettingParam.h>
+#include <KdRecord/KdAnnouncer.h>
 #include <KdRecord/KdAudioDeviceBoxes.h>
 #include <KdRecord/KdAudioRecordHelper.h>
 #include <KdRecord/KdAudioRecordPanelUi.h>
@@ -146,7 +147,7 @@ void KdAudioRecordPanel::launchCountdown()
     m_pUi->time->setText(KdTakeTime::toText(0));
     m_pCountdownPlace->show();
     m_pUi->stop->setChecked(false);
-    m_pUi->stop->show();
+    m_pUi->setStopVisible(true);
     m_pUi->countdown->SetCount(KdCountdownBox::seconds(*m_pUi->seconds));
     m_pUi->countdown->Start();
     Q_EMIT sigStartRecordBtnClick();
@@ -157,6 +158,7 @@ void KdAudioRecordPanel::leaveTake()
     m_pUi->startStop->setChecked(false);
     if (m_pUi->countdown->isActive()) {
         m_pUi->countdown->Abort();
+        m_pUi->announcer->tellCountdownStopped();
     } else {
         const QPointer<KdAudioRecordPanel> self(this);
         StopRecord(false);
@@ -207,7 +209,7 @@ void KdAudioRecordPanel::showTakeButtons(bool visible)
 void KdAudioRecordPanel::hideCountdown()
 {
     m_pUi->countdown->hide();
-    m_pUi->stop->hide();
+    m_pUi->setStopVisible(false);
 }
 
 void KdAudioRecordPanel::slotCountViewFinished()
@@ -247,6 +249,7 @@ bool KdAudioRecordPanel::StartRecord(bool bReStart)
     }
     m_elapsed.restart();
     m_pTakeWatch->start();
+    m_pUi->announcer->tellStarted();
     m_nDurationSec = 0;
     m_strTakeDevice = m_pDevices->currentName();
     rememberChoices();
@@ -338,6 +341,7 @@ void KdAudioRecordPanel::slotPauseContinue()
         m_pRecorderHelper->pause();
     } else {
         m_pRecorderHelper->resume();
+        m_pUi->announcer->tellResumed();
     }
     KdRecordWidgets::showPauseTip(m_pUi->pause);
     m_pUi->pause->setProperty("WITH_SHORTCUT", false);
@@ -433,6 +437,9 @@ void KdAudioRecordPanel::reportTake(bool isFinished)
     const bool isTooShort = m_elapsed.isTooShort();
     m_elapsed.invalidate();
     m_pTakeWatch->stop();
+    if (isTakeRunning()) {
+        m_pUi->announcer->tellStopped();
+    }
     m_strLastFile = std::exchange(m_strOutputFile, QString());
     // The list may show another device by now, when this one was unplugged.
     const QString device = m_strLastFile.isEmpty() ? m_pDevices->currentName() : m_strTakeDevice;

@@ -1,6 +1,7 @@
 #include <KdRecord/KdAudioRecordPanelUi.h>
 
 #include <KdRecord/KAdvanceBtn.h>
+#include <KdRecord/KdAnnouncer.h>
 #include <KdRecord/KdCountCtrl.h>
 #include <KdRecord/KdCountdownBox.h>
 #include <KdRecord/KdRecordWidgets.h>
@@ -70,6 +71,7 @@ void KdAudioRecordPanelUi::makeTakeControls()
 
     time = Widgets::makeTimeLabel(m_pPanel, QStringLiteral("KAudioCapture_TimeLabel"));
     m_pTimeCaption = Widgets::makeCaption(m_pPanel);
+    announcer = new KdAnnouncer(m_pPanel);
     meter = new KdAudioVolumeWidget(m_pPanel);
     meter->setObjectName(QStringLiteral("KAudioCapture_VolumeMeter"));
     meter->setFixedSize(kMeterSize);
@@ -251,6 +253,17 @@ void KdAudioRecordPanelUi::setTimeEnabled(bool enable)
 {
     time->setEnabled(enable);
     m_pTimeCaption->setEnabled(enable);
+}
+
+void KdAudioRecordPanelUi::setStopVisible(bool visible)
+{
+    const bool hasFocus = startStop->hasFocus() || stop->hasFocus();
+    // What lies below must not have a focus that nobody sees.
+    startStop->setFocusPolicy(visible ? Qt::NoFocus : Qt::TabFocus);
+    stop->setVisible(visible);
+    if (hasFocus) {
+        (visible ? stop : startStop)->setFocus();
+    }
 }
 
 void KdAudioRecordPanelUi::setTakeButtonsVisible(bool visible)

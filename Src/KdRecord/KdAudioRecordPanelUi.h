@@ -4,6 +4,7 @@
 #include <QList>
 
 class KAdvanceBtn;
+class KdAnnouncer;
 class KdAudioVolumeWidget;
 class KdButton;
 class KdCheckBox;
@@ -36,6 +37,8 @@ public:
     /** What looks alive only during a take. */
     void setTimeEnabled(bool enable);
     void setTakeButtonsVisible(bool visible);
+    /** The button over startStop; it takes the focus over too. */
+    void setStopVisible(bool visible);
 
     KdToolButton* startStop = nullptr;
     KdToolButton* stop = nullptr; ///< lies over startStop while the countdown runs
@@ -43,6 +46,7 @@ public:
     KdButton* pause = nullptr;
     KdLabel* time = nullptr;
     KdAudioVolumeWidget* meter = nullptr;
+    KdAnnouncer* announcer = nullptr;
     KdCountCtrl* countdown = nullptr; ///< a window of its own, placed over startStop
 
     KdComboBox* device = nullptr;

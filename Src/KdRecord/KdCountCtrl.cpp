@@ -1,7 +1,10 @@
 #include "KdCountCtrl.h"
 
+#include "KdRecordAccessibility.h"
+
 #include <KdWidgets/KdSkinManager.h>
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -34,6 +37,7 @@ QColor colorOf(const QString& name)
 KdCountCtrl::KdCountCtrl(QWidget* parent)
     : KdLabel(parent), m_timer(this), m_nCount(DefaultCount), m_nTotalTicks(ticksOf(DefaultCount))
 {
+    KdRecordAccessibility::install();
     m_timer.setObjectName(QStringLiteral("KdCountCtrl_Timer"));
     m_timer.setInterval(TickMs);
     connect(&m_timer, &QTimer::timeout, this, &KdCountCtrl::tick);
@@ -74,6 +78,7 @@ void KdCountCtrl::SetTextColor(const QString& color)
 void KdCountCtrl::Start()
 {
     m_timer.start(TickMs);
+    announce();
     update();
 }
 
@@ -94,10 +99,37 @@ void KdCountCtrl::tick()
         ++m_nTick;
     }
     if (m_nTick < m_nTotalTicks) {
+        if (remainingSeconds() != m_nAnnounced) {
+            announce();
+        }
         repaint();
     } else {
         Finish();
     }
+}
+
+void KdCountCtrl::describe()
+{
+    setAccessibleName(tr("Recording starts in %1").arg(remainingSeconds()));
+}
+
+/** For those who do not see the number. */
+void KdCountCtrl::announce()
+{
+    m_nAnnounced = remainingSeconds();
+    if (m_nAnnounced > 0) {
+        describe();
+        QAccessibleEvent alert(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
+}
+
+void KdCountCtrl::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange && !accessibleName().isEmpty()) {
+        describe();
+    }
+    KdLabel::changeEvent(event);
 }
 
 int KdCountCtrl::remainingSeconds() const

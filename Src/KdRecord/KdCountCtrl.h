@@ -78,6 +78,7 @@ protected:
 
     void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
     /** @return the seconds to show now. */
     int remainingSeconds() const;
@@ -86,6 +87,8 @@ protected:
 
 private:
     void tick();
+    void describe();
+    void announce();
     void paintGround(QPainter& painter);
     QRect ringRect() const;
     /** @return how far the ring has closed, in sixteenths of a degree. */
@@ -95,6 +98,7 @@ private:
     int m_nCount;
     int m_nTotalTicks;
     int m_nTick = 0;
+    int m_nAnnounced = 0; ///< seconds
     int m_nCycleWidth = 8;
     QString m_TextColor;
     QString m_CycleColor;

@@ -2,6 +2,7 @@
 
 #include "KRecordPreViewSettingRadiusWidget.h"
 #include "KdPreviewStore.h"
+#include "KdRecordAccessibility.h"
 
 #include <KdWidgets/KdSkinManager.h>
 #include <KdZentraCore/KdConfigEngine.h>
@@ -47,6 +48,7 @@ KdWebCamDisplayLabel::KdWebCamDisplayLabel(QWidget* parent)
     KdSkin::KdSkinManager::instance()->applyStyleSheet(
         this, QStringLiteral("Record/KdWebCamDisplayLabel"), 0);
     setAttribute(Qt::WA_TranslucentBackground);
+    KdRecordAccessibility::install();
     readConfiguration();
     initUI();
 }

@@ -1,5 +1,7 @@
 #include <KdRecord/KdWebcamFormatChoice.h>
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 
@@ -24,7 +26,8 @@ QString KdWebcamFormatChoice::sizeText(const QSize& size)
 
 QString KdWebcamFormatChoice::rateText(double rate)
 {
-    return QStringLiteral("%1 fps").arg(QString::number(rate, 'g', 2));
+    return QCoreApplication::translate("KdWebcamFormatChoice", "%1 fps")
+        .arg(QString::number(rate, 'g', 2));
 }
 
 QSize KdWebcamFormatChoice::chosenSize(const QSize& stored, const QList<QSize>& offered,

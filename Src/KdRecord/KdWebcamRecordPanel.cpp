@@ -221,6 +221,7 @@ void KdWebcamRecordPanel::TranslateText()
     m_pUi->retranslate();
     m_pCameras->retranslate();
     m_pMicrophones->retranslate();
+    retranslateFrameRates();
     showDeviceTips();
     showStatus();
     showPreviewText();

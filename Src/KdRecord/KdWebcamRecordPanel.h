@@ -140,6 +140,7 @@ private:
     bool loadAudioDeviceItems();
     void reloadFormats();
     void reloadResolutions();
+    void retranslateFrameRates();
     void reloadFrameRates(double rate);
     void applyChosenRate();
     void showDeviceTips();

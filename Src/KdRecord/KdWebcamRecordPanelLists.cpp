@@ -4,6 +4,7 @@
 
 #include <KdCore/KdBaseLog.h>
 #include <KdRecord/KRecordSettingParam.h>
+#include <KdRecord/KdAnnouncer.h>
 #include <KdRecord/KdDeviceBox.h>
 #include <KdRecord/KdDeviceChoice.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
@@ -88,8 +89,12 @@ bool KdWebcamRecordPanel::loadWebcamDeviceItems()
     const QStringList names = KdDeviceBox::names(m_pRecorder->getWebcamDevices());
     logCount(function, "Camera devices count: %d", names.size());
     const QString stored = KRecordSettingParam::instance()->data().selectedCameraDeviceName;
+    const bool hadDevice = m_pCameras->hasDevice();
     m_pCameras->fill(names, KdDeviceChoice::rowToSelect(names, QString(), stored));
     showStatus();
+    if (hadDevice && names.isEmpty()) {
+        m_pUi->announcer->tellNoDevice();
+    }
     if (!m_pCameras->hasDevice()) {
         return false;
     }
@@ -157,6 +162,17 @@ void KdWebcamRecordPanel::reloadFrameRates(double rate)
         texts.append(KdWebcamFormatChoice::rateText(offered));
     }
     fillFormats(m_pUi->frameRate, texts, KdWebcamFormatChoice::rateRow(rates, rate));
+    for (int row = 0; row < rates.size(); ++row) {
+        m_pUi->frameRate->setItemData(row, rates.at(row));
+    }
+}
+
+void KdWebcamRecordPanel::retranslateFrameRates()
+{
+    for (int row = 0; row < m_pUi->frameRate->count(); ++row) {
+        const double rate = m_pUi->frameRate->itemData(row).toDouble();
+        m_pUi->frameRate->setItemText(row, KdWebcamFormatChoice::rateText(rate));
+    }
 }
 
 // The recorder starts a size at its first rate, while the list shows the user's choice.

@@ -5,6 +5,7 @@
 #include <KdAppSettings/KdAppSettings.h>
 #include <KdCore/KdBaseLog.h>
 #include <KdRecord/KRecordSettingParam.h>
+#include <KdRecord/KdAnnouncer.h>
 #include <KdRecord/KdCountCtrlVideo.h>
 #include <KdRecord/KdCountdownBox.h>
 #include <KdRecord/KdDeviceBox.h>
@@ -132,6 +133,7 @@ bool KdWebcamRecordPanel::abortCountdown()
     if (isActive) {
         m_pUi->countdown->Abort();
         m_pUi->countdown->hide();
+        m_pUi->announcer->tellCountdownStopped();
     }
     return isActive;
 }
@@ -226,6 +228,7 @@ bool KdWebcamRecordPanel::startTake()
     m_pUi->pause->setChecked(false);
     KdRecordWidgets::showPauseTip(m_pUi->pause);
     rememberChoices();
+    m_pUi->announcer->tellStarted();
     m_elapsed.restart();
     m_nDurationSec = 0;
     return true;
@@ -280,6 +283,9 @@ void KdWebcamRecordPanel::slotPauseContinue()
     }
     KdRecordWidgets::showPauseTip(m_pUi->pause);
     m_pUi->pause->setProperty("WITH_SHORTCUT", false);
+    if (!isPause) {
+        m_pUi->announcer->tellResumed();
+    }
     m_notices.showPaused(isPause);
 }
 
@@ -339,6 +345,9 @@ bool KdWebcamRecordPanel::endTake()
 bool KdWebcamRecordPanel::reportTake()
 {
     const Source taken = isTakeRunning() ? m_takeSource : currentSource();
+    if (isTakeRunning()) {
+        m_pUi->announcer->tellStopped();
+    }
     QString path = std::exchange(m_strOutputFile, QString());
     const int seconds = std::exchange(m_nDurationSec, 0);
     const bool isTooShort = m_elapsed.isTooShort();

@@ -1,5 +1,7 @@
 #include <KdRecord/KdWebcamRecordPanelUi.h>
 
+#include <KdRecord/KdAnnouncer.h>
+#include <KdRecord/KdControlKeys.h>
 #include <KdRecord/KdCountCtrlVideo.h>
 #include <KdRecord/KdCountdownBox.h>
 #include <KdRecord/KdLivingLabel.h>
@@ -73,6 +75,7 @@ KdWebcamRecordPanelUi::KdWebcamRecordPanelUi(QWidget* panel) : m_pPanel(panel)
     makeChoices();
     makeCaptions();
     makeBottom();
+    makeKeys();
     layOut();
 }
 
@@ -108,6 +111,7 @@ void KdWebcamRecordPanelUi::makeTakeControls()
     pause = Widgets::makePauseButton(m_pPanel, QStringLiteral("KCameraCapture_ButtonPause"));
     time = Widgets::makeTimeLabel(m_pPanel, QStringLiteral("KCameraCapture_TimeLabel"));
     m_pTimeCaption = Widgets::makeCaption(m_pPanel);
+    announcer = new KdAnnouncer(m_pPanel);
     meter = new KdAudioVolumeWidget(m_pPanel);
     meter->setObjectName(QStringLiteral("KCameraCapture_VolumeMeter"));
     meter->setFixedSize(kMeterSize);
@@ -149,6 +153,18 @@ void KdWebcamRecordPanelUi::makeBottom()
     ok->setFocusPolicy(Qt::NoFocus);
     // Enter in a field must not close the dialog.
     ok->setAutoDefault(false);
+}
+
+/** For what takes no focus by the Tab key. */
+void KdWebcamRecordPanelUi::makeKeys()
+{
+    auto* const keys = new KdControlKeys(m_pPanel);
+    keys->add(camera, Qt::ALT | Qt::Key_V);
+    keys->add(microphone, Qt::ALT | Qt::Key_A);
+    keys->add(resolution, Qt::ALT | Qt::Key_R);
+    keys->add(frameRate, Qt::ALT | Qt::Key_F);
+    keys->add(seconds, Qt::ALT | Qt::Key_C);
+    keys->add(ok, Qt::ALT | Qt::Key_O);
 }
 
 void KdWebcamRecordPanelUi::layOut()

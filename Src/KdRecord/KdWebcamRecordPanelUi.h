@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 
+class KdAnnouncer;
 class KdAudioVolumeWidget;
 class KdButton;
 class KdCheckBox;
@@ -45,6 +46,7 @@ public:
     KdButton* pause = nullptr;
     KdLabel* time = nullptr;
     KdAudioVolumeWidget* meter = nullptr;
+    KdAnnouncer* announcer = nullptr;
 
     KdComboBox* camera = nullptr;
     KdComboBox* microphone = nullptr;
@@ -60,6 +62,7 @@ private:
     void makeChoices();
     void makeCaptions();
     void makeBottom();
+    void makeKeys();
     void layOut();
     QLayout* pictureLayout();
     QLayout* takeRow();

@@ -2,6 +2,7 @@
 #include <KdRecord/KAdvanceSettings.h>
 #include <KdRecord/KAudioSettings.h>
 #include <KdRecord/KComboboxExt.h>
+#include <KdRecord/KQuestionLabel.h>
 #include <KdRecord/KdRecordTranslation.h>
 #include <KdVBLModel/KdTrackEventLog.h>
 #include <KdWidgets/KdCheckBox.h>
@@ -214,6 +215,7 @@ void tst_KAdvanceSettings::focusGoesFromTopToBottom()
                                   combo("KAudioSettings_Channel"),
                                   combo("KAudioSettings_SampleRate"),
                                   combo("KAudioSettings_Bitrate"),
+                                  m_dialog->findChild<KQuestionLabel*>(),
                                   combo("KAudioSettings_BitrateMode"),
                                   m_dialog->findChild<KdCheckBox*>(),
                                   cancel(),

@@ -76,6 +76,7 @@ private Q_SLOTS:
     void tipIsMadeOnceAndTakesTheTextOfEachShowing();
     void enteringAgainLeavesAShownTipAsItIs();
     void hiddenQuestionMarkClosesTheTipAndShowsNoneAgain();
+    void keyboardShowsTheTipToo();
     void otherEventsGoOn();
     void mayBeDestroyedWhileTheTipIsShown();
 
@@ -260,6 +261,20 @@ void tst_KComboboxExt::enteringAgainLeavesAShownTipAsItIs()
 
     QCOMPARE(tipOf(row)->text(), Tip);
     QVERIFY(isTipShown(row));
+}
+
+void tst_KComboboxExt::keyboardShowsTheTipToo()
+{
+    KComboboxExt& row = rowWithTip();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    row.combobox()->setFocus();
+    QTest::keyClick(row.combobox(), Qt::Key_Tab, Qt::ShiftModifier);
+    QVERIFY(questionOf(row)->hasFocus());
+    QVERIFY(isTipShown(row));
+    QTest::keyClick(questionOf(row), Qt::Key_Tab);
+    QVERIFY(row.combobox()->hasFocus());
+    QVERIFY(!isTipShown(row));
+    QCOMPARE(questionOf(row)->accessibleDescription(), Tip);
 }
 
 void tst_KComboboxExt::hiddenQuestionMarkClosesTheTipAndShowsNoneAgain()

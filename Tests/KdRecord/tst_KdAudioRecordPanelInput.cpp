@@ -7,6 +7,8 @@
 #include <KdWidgets/KdToolButton.h>
 #include <KdZentraCore/IKdShortcutEditManager.h>
 
+#include <Support/AccessibleEvents.h>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -41,6 +43,9 @@ private Q_SLOTS:
     void tipsFollowTheState();
     void everyControlHasAName();
     void captionsBelongToTheirControls();
+    void whatHappensToATakeIsSpoken();
+    void endOfTheCountdownIsSpoken();
+    void lossOfTheLastDeviceIsSpoken();
     void languageChangeInMidTakeKeepsTheTake();
     void languageChangeTranslatesTheEmptyState();
     void everythingFits_data();
@@ -327,6 +332,47 @@ void tst_KdAudioRecordPanelInput::captionsBelongToTheirControls()
     QCOMPARE(names.value(QStringLiteral("Save to")), QStringLiteral("KAudioCapture_FolderEdit"));
     QCOMPARE(names.value(QStringLiteral("Count Down")),
              QStringLiteral("KAudioCapture_CountdownBox"));
+}
+
+void tst_KdAudioRecordPanelInput::whatHappensToATakeIsSpoken()
+{
+    showPanel();
+    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(2);
+    AccessibleEvents heard;
+    startTake();
+    QCOMPARE(heard.takeAlerts(),
+             texts({"Recording starts in 2", "Recording starts in 1", "Recording started"}));
+    click(kPause);
+    click(kPause);
+    QCOMPARE(heard.takeAlerts(), texts({"Recording is paused. Click Resume to continue recording.",
+                                        "Recording resumed"}));
+    passTime(2000);
+    answers->answerMessage(QDialogButtonBox::Ok);
+    engine->deliverDevice(fcdAudioInputRemoved, 0);
+    QTRY_COMPARE(answers->pending(), 0);
+    const QStringList spoken = heard.takeAlerts();
+    QCOMPARE(spoken.size(), 2);
+    QCOMPARE(spoken.first(), QStringLiteral("Recording stopped"));
+    QVERIFY(spoken.last().endsWith(QLatin1String(": Audio device Mic A connection lost.")));
+}
+
+void tst_KdAudioRecordPanelInput::endOfTheCountdownIsSpoken()
+{
+    showPanel();
+    const AccessibleEvents heard;
+    reachState(QStringLiteral("counting"));
+    QCOMPARE(heard.alerts().value(0), QStringLiteral("Recording starts in 9"));
+    click(kStop);
+    QCOMPARE(heard.alerts().last(), QStringLiteral("Countdown stopped"));
+}
+
+void tst_KdAudioRecordPanelInput::lossOfTheLastDeviceIsSpoken()
+{
+    showPanel();
+    const AccessibleEvents heard;
+    setMicrophones({});
+    click("KAudioCapture_ButtonRefresh");
+    QCOMPARE(heard.alerts(), QStringList(QStringLiteral("No device is connected")));
 }
 
 void tst_KdAudioRecordPanelInput::languageChangeInMidTakeKeepsTheTake()

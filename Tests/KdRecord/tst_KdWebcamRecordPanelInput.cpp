@@ -2,13 +2,18 @@
 
 #include <KdWidgets/KdLabel.h>
 #include <KdWidgets/KdSkinManager.h>
+#include <Support/AccessibleEvents.h>
 #include <Support/ClippedTexts.h>
+#include <Support/WidgetLooks.h>
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QHash>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTextDocumentFragment>
 
 using namespace KdVBLMODEL;
 
@@ -36,6 +41,12 @@ private Q_SLOTS:
     void tipsFollowTheState();
     void previewSwitchSaysWhatItDoes();
     void everyControlHasAName();
+    void keysReachWhatTakesNoFocus();
+    void keysOfDisabledControlsDoNothing();
+    void tipsNameTheKeys();
+    void whatHappensToATakeIsSpoken();
+    void endOfTheCountdownIsSpoken();
+    void lossOfTheLastCameraIsSpoken();
     void languageChangeInMidTakeKeepsTheTake();
     void languageChangeTranslatesTheEmptyState();
     void everythingFits_data();
@@ -293,6 +304,101 @@ void tst_KdWebcamRecordPanelInput::everyControlHasAName()
     QCOMPARE(nameless, QStringList());
     QCOMPARE(button(kStart)->accessibleName(), QStringLiteral("Stop"));
     QCOMPARE(control<QWidget>(kCamera)->accessibleName(), QStringLiteral("Video Device:"));
+}
+
+void tst_KdWebcamRecordPanelInput::keysReachWhatTakesNoFocus()
+{
+    showPanel();
+    const QHash<int, const char*> lists{{Qt::Key_V, kCamera},
+                                        {Qt::Key_A, kMicrophone},
+                                        {Qt::Key_R, kResolution},
+                                        {Qt::Key_F, kFrameRate}};
+    for (auto list = lists.cbegin(); list != lists.cend(); ++list) {
+        auto* const box = control<QComboBox>(list.value());
+        const int former = box->currentIndex();
+        pressKey(list.key(), Qt::AltModifier);
+        QTRY_VERIFY(box->view()->isVisible());
+        QTest::keyClick(box->view(), former == 0 ? Qt::Key_Down : Qt::Key_Up);
+        QTest::keyClick(box->view(), Qt::Key_Return);
+        QTRY_VERIFY(!box->view()->isVisible());
+        QVERIFY(box->currentIndex() != former);
+    }
+    pressKey(Qt::Key_C, Qt::AltModifier);
+    QVERIFY(control<QWidget>(kSeconds)->hasFocus());
+    QTest::keyClicks(control<QDoubleSpinBox>(kSeconds), QStringLiteral("7"));
+    QCOMPARE(control<QDoubleSpinBox>(kSeconds)->value(), 7.0);
+    signalTexts.clear();
+    pressKey(Qt::Key_O, Qt::AltModifier);
+    QCOMPARE(signalTexts, QStringList(QStringLiteral("sigClose")));
+}
+
+void tst_KdWebcamRecordPanelInput::keysOfDisabledControlsDoNothing()
+{
+    showPanel();
+    startTake();
+    pressKey(Qt::Key_V, Qt::AltModifier);
+    QVERIFY(!control<QComboBox>(kCamera)->view()->isVisible());
+    pressKey(Qt::Key_C, Qt::AltModifier);
+    QVERIFY(!control<QWidget>(kSeconds)->hasFocus());
+}
+
+void tst_KdWebcamRecordPanelInput::tipsNameTheKeys()
+{
+    showPanel();
+    const auto tip = [this](const char* name) {
+        const QString html = WidgetLooks::toolTip(*control<QWidget>(name));
+        return QTextDocumentFragment::fromHtml(html).toPlainText();
+    };
+    QCOMPARE(tip(kCamera), QStringLiteral("Cam A (Alt+V)"));
+    QCOMPARE(tip(kMicrophone), QStringLiteral("Mic A (Alt+A)"));
+    QCOMPARE(tip(kResolution), QStringLiteral("Resolution (Alt+R)"));
+    QCOMPARE(tip(kFrameRate), QStringLiteral("Frame Rate (Alt+F)"));
+    QCOMPARE(tip(kSeconds), QStringLiteral("Count Down (Alt+C)"));
+    QCOMPARE(tip(kOk), QStringLiteral("OK (Alt+O)"));
+    QCOMPARE(control<QWidget>(kOk)->accessibleDescription(), QStringLiteral("Alt+O"));
+}
+
+void tst_KdWebcamRecordPanelInput::whatHappensToATakeIsSpoken()
+{
+    showPanel();
+    control<QDoubleSpinBox>(kSeconds)->setValue(2);
+    AccessibleEvents heard;
+    startTake();
+    QCOMPARE(heard.takeAlerts(),
+             texts({"Recording starts in 2", "Recording starts in 1", "Recording started"}));
+    click(kPause);
+    click(kPause);
+    QCOMPARE(heard.takeAlerts(), texts({"Recording is paused. Click Resume to continue recording.",
+                                        "Recording resumed"}));
+    passTime(2000);
+    stopTake();
+    QCOMPARE(heard.takeAlerts(), QStringList(QStringLiteral("Recording stopped")));
+}
+
+void tst_KdWebcamRecordPanelInput::endOfTheCountdownIsSpoken()
+{
+    showPanel();
+    const AccessibleEvents heard;
+    control<QDoubleSpinBox>(kSeconds)->setValue(9);
+    click(kStart);
+    QCOMPARE(heard.alerts().value(0), QStringLiteral("Recording starts in 9"));
+    click(kStart);
+    QCOMPARE(heard.alerts().last(), QStringLiteral("Countdown stopped"));
+}
+
+void tst_KdWebcamRecordPanelInput::lossOfTheLastCameraIsSpoken()
+{
+    showPanel();
+    AccessibleEvents heard;
+    setCameras({});
+    answers->answerMessage(QDialogButtonBox::Ok);
+    lookAtDevices(fcdWebcamRemoved);
+    fire(kDeviceLostTimer);
+    QTRY_COMPARE(answers->pending(), 0);
+    const QStringList spoken = heard.alerts();
+    QCOMPARE(spoken.size(), 2);
+    QVERIFY(spoken.first().endsWith(QLatin1String(": The Camera Cam A is lost.")));
+    QCOMPARE(spoken.last(), QStringLiteral("No device is connected"));
 }
 
 void tst_KdWebcamRecordPanelInput::languageChangeInMidTakeKeepsTheTake()

@@ -91,6 +91,13 @@
     </message>
 </context>
 <context>
+    <name>KComboboxExt</name>
+    <message>
+        <source>Explanation</source>
+        <translation>Erklärung</translation>
+    </message>
+</context>
+<context>
     <name>KOldMessageDialog</name>
     <message>
         <source>OK</source>
@@ -173,6 +180,29 @@
     <message>
         <source>%1%</source>
         <translation>%1&#xa0;%</translation>
+    </message>
+</context>
+<context>
+    <name>KdAnnouncer</name>
+    <message>
+        <source>Countdown stopped</source>
+        <translation>Countdown abgebrochen</translation>
+    </message>
+    <message>
+        <source>Recording started</source>
+        <translation>Aufnahme gestartet</translation>
+    </message>
+    <message>
+        <source>Recording resumed</source>
+        <translation>Aufnahme fortgesetzt</translation>
+    </message>
+    <message>
+        <source>Recording stopped</source>
+        <translation>Aufnahme beendet</translation>
+    </message>
+    <message>
+        <source>No device is connected</source>
+        <translation>Kein Gerät ist angeschlossen</translation>
     </message>
 </context>
 <context>
@@ -269,6 +299,13 @@
     <message>
         <source>Input level</source>
         <translation>Eingangspegel</translation>
+    </message>
+</context>
+<context>
+    <name>KdCountCtrl</name>
+    <message>
+        <source>Recording starts in %1</source>
+        <translation>Aufnahme beginnt in %1</translation>
     </message>
 </context>
 <context>
@@ -386,6 +423,13 @@
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>KdWebcamFormatChoice</name>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 fps</translation>
     </message>
 </context>
 <context>

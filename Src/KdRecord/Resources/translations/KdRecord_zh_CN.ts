@@ -91,6 +91,13 @@
     </message>
 </context>
 <context>
+    <name>KComboboxExt</name>
+    <message>
+        <source>Explanation</source>
+        <translation>说明</translation>
+    </message>
+</context>
+<context>
     <name>KOldMessageDialog</name>
     <message>
         <source>OK</source>
@@ -173,6 +180,29 @@
     <message>
         <source>%1%</source>
         <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>KdAnnouncer</name>
+    <message>
+        <source>Countdown stopped</source>
+        <translation>倒计时已取消</translation>
+    </message>
+    <message>
+        <source>Recording started</source>
+        <translation>录制已开始</translation>
+    </message>
+    <message>
+        <source>Recording resumed</source>
+        <translation>录制已继续</translation>
+    </message>
+    <message>
+        <source>Recording stopped</source>
+        <translation>录制已停止</translation>
+    </message>
+    <message>
+        <source>No device is connected</source>
+        <translation>未连接任何设备</translation>
     </message>
 </context>
 <context>
@@ -269,6 +299,13 @@
     <message>
         <source>Input level</source>
         <translation>输入电平</translation>
+    </message>
+</context>
+<context>
+    <name>KdCountCtrl</name>
+    <message>
+        <source>Recording starts in %1</source>
+        <translation>%1 秒后开始录制</translation>
     </message>
 </context>
 <context>
@@ -389,6 +426,13 @@
     </message>
 </context>
 <context>
+    <name>KdWebcamFormatChoice</name>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 fps</translation>
+    </message>
+</context>
+<context>
     <name>KdWebcamRecordPanel</name>
     <message>
         <source>Live Record</source>
@@ -400,7 +444,7 @@
     </message>
     <message>
         <source>No Device</source>
-        <translation>无设备</translation>
+        <translation>没有设备</translation>
     </message>
     <message>
         <source>Close the Recording Preview Window</source>
