@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <functional>
+
+class QWidget;
+
+/** Something that a user meets on the screen. */
+struct UserScene
+{
+    using Look = std::function<void(QWidget& window)>;
+
+    enum Kind : int
+    {
+        Window,  ///< stays open, and changes its texts with the language
+        Passing, ///< a message, a toast, a tip: its texts stay what they were when it came
+        Page     ///< part of a host's window, which has the frame and the size
+    };
+
+    const char* name;
+    Kind kind;
+    /** Brings it to the screen, looks at the window that has the focus, and takes it away. */
+    std::function<void(const Look& look)> show;
+};
+
+using UserScenes = QVector<UserScene>;
+
+/** @return the windows that a user sees now. */
+QVector<QWidget*> windowsOnScreen();
