@@ -37,6 +37,8 @@ void StudioWorker::stop()
         m_jobs.clear();
     }
     m_pool.waitForDone();
+    // Behind everything that the last run did.
+    const std::lock_guard<std::mutex> lock(m_mutex);
 }
 
 std::function<void()> StudioWorker::take(Calls* calls)
@@ -52,7 +54,12 @@ std::function<void()> StudioWorker::take(Calls* calls)
 
 void StudioWorker::run()
 {
-    take (&m_jobs)();
+    {
+        const std::function<void()> job = take(&m_jobs);
+        job();
+    }
+    // For stop(), which has to come after what the job did.
+    const std::lock_guard<std::mutex> lock(m_mutex);
 }
 
 void StudioWorker::deliver()

@@ -92,13 +92,25 @@ bool belongsTo(const QString& name, const QStringList& owners)
     });
 }
 
+/** "std::move" of "T&& std::move<T>(T&)": some compilers show such instances, whatever they are of.
+ */
+bool isStandardTemplate(const Symbol& symbol)
+{
+    static const QRegularExpression innermost(QStringLiteral("<[^<>]*>|\\([^()]*\\)"));
+    QString name = symbol.name;
+    while (name.contains(innermost)) {
+        name.remove(innermost);
+    }
+    return name.section(QLatin1Char(' '), -1).startsWith(QLatin1String("std::"));
+}
+
 /** Inline functions of Qt and the standard library that were not inlined: every user has them. */
 bool isInlineOfOthers(const Symbol& symbol)
 {
     static const QRegularExpression others(QStringLiteral("\\b(Q[A-Z]|q[A-Z]|std::|__gnu)"));
     static const QRegularExpression ours(QStringLiteral("\\b(Kd?[A-Z]|IKd|Notify)"));
     const bool weak = QStringLiteral("WVu").contains(symbol.kind);
-    return weak && !owner(symbol).contains(ours) &&
+    return weak && (isStandardTemplate(symbol) || !owner(symbol).contains(ours)) &&
            (symbol.name.contains(others) || symbol.name.endsWith(QLatin1String(" for bool")));
 }
 
@@ -182,7 +194,7 @@ private Q_SLOTS:
                 strangers.append(symbol.name);
             }
         }
-        QCOMPARE(strangers, QStringList());
+        QVERIFY2(strangers.isEmpty(), qPrintable(strangers.join(QLatin1Char('\n'))));
     }
 
     void theModuleExportsEachOfItsPublicClasses_data()
@@ -215,7 +227,7 @@ private Q_SLOTS:
                 strangers.append(function);
             }
         }
-        QCOMPARE(strangers, QStringList());
+        QVERIFY2(strangers.isEmpty(), qPrintable(strangers.join(QLatin1Char('\n'))));
     }
 
     // So that a host with an engine of its own knows what its library has to have.
@@ -245,7 +257,7 @@ private Q_SLOTS:
                 strangers.append(symbol.name);
             }
         }
-        QCOMPARE(strangers, QStringList());
+        QVERIFY2(strangers.isEmpty(), qPrintable(strangers.join(QLatin1Char('\n'))));
         QCOMPARE(missing, QStringList());
     }
 };
