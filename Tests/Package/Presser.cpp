@@ -8,15 +8,23 @@ namespace {
 
 constexpr int kPollMs = 100;
 
+/** What a name begins with that is not pressed, only waited for. */
+constexpr QLatin1Char kAwaited('@');
+
 /** A button to press as soon as a person could, and how long to wait before. */
 struct Press
 {
-    QString button; ///< object name or text
+    QString button; ///< object name or text; after kAwaited the choice that a list shows
     int afterMs = 0;
+
+    bool isAwaited() const { return button.startsWith(kAwaited); }
 };
 
 bool isButton(const QWidget* widget, const QString& name)
 {
+    if (name.startsWith(kAwaited)) {
+        return widget->property("currentText").toString() == name.mid(1);
+    }
     return widget->objectName() == name || widget->property("text").toString() == name;
 }
 
@@ -36,7 +44,8 @@ QWidget* findButton(const QString& name)
 /**
  * Presses the buttons that the environment variable KD_PRESS names, one after the other, as
  * "name after-ms;name after-ms", then ends the application. Each is waited for: the test that
- * started the program knows how long it is ready to wait.
+ * started the program knows how long it is ready to wait. "@choice after-ms" waits for a list to
+ * show that choice, and presses nothing.
  */
 class Presser : public QObject
 {
@@ -74,10 +83,12 @@ private:
             return;
         }
         m_poll.stop();
-        m_presses.removeFirst();
+        const bool isAwaited = m_presses.takeFirst().isAwaited();
         // Before the press: it may open a dialog that runs until it is closed.
         QMetaObject::invokeMethod(this, &Presser::next, Qt::QueuedConnection);
-        QTest::mouseClick(button, Qt::LeftButton);
+        if (!isAwaited) {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
     }
 
     QVector<Press> m_presses;

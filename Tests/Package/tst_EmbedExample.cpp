@@ -1,4 +1,5 @@
 #include "ExampleBuild.h"
+#include "ProgramLog.h"
 
 #include <Support/ClipProbe.h>
 #include <Support/KdTestCase.h>
@@ -18,10 +19,12 @@ constexpr int kMostLines = 100;
 
 /** The countdown and a take of some seconds. */
 constexpr char kPresses[] = "Record voice-over 0;"
+                            "@USB Microphone 0;"
                             "KAudioCapture_RecorderButton 0;"
                             "KAudioCapture_RecorderButton 8000;"
                             "KPropertyPanel_Btn 0;"
                             "Record webcam 0;"
+                            "@HD Webcam 0;"
                             "KProDlg_KCameraCptBtn 0;"
                             "KProDlg_KCameraCptBtn 8000;"
                             "KCameraCapture_OkButton 0";
@@ -44,17 +47,6 @@ QVector<Take> takesIn(const QString& output)
         }
     }
     return takes;
-}
-
-/** What a failure shows of a log: Qt Test cuts long texts. */
-QString withoutProgress(const QString& text)
-{
-    QStringList lines = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    lines.erase(
-        std::remove_if(lines.begin(), lines.end(),
-                       [](const QString& line) { return line.contains(QLatin1String(" info [")); }),
-        lines.end());
-    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
@@ -87,8 +79,10 @@ private Q_SLOTS:
         program.setProcessChannelMode(QProcess::SeparateChannels);
         program.start(example.program(QStringLiteral("embed")), QStringList());
         const bool ended = program.waitForFinished(kRunMs);
-        const QString output = withoutProgress(QString::fromUtf8(program.readAllStandardOutput()));
-        const QString errors = withoutProgress(QString::fromUtf8(program.readAllStandardError()));
+        const QString output =
+            ProgramLog::withoutProgress(QString::fromUtf8(program.readAllStandardOutput()));
+        const QString errors =
+            ProgramLog::withoutProgress(QString::fromUtf8(program.readAllStandardError()));
         if (!ended) {
             program.kill();
             program.waitForFinished();

@@ -1,4 +1,5 @@
 #include "GuideBlocks.h"
+#include "ProgramLog.h"
 
 #include <Support/Command.h>
 #include <Support/KdTestCase.h>
@@ -20,10 +21,12 @@ constexpr int kRunMs = 90000;
 
 /** The countdown and a take of some seconds, with each dialog. */
 constexpr char kPresses[] = "Record voice-over 0;"
+                            "@USB Microphone 0;"
                             "KAudioCapture_RecorderButton 0;"
                             "KAudioCapture_RecorderButton 6000;"
                             "KPropertyPanel_Btn 0;"
                             "Record webcam 0;"
+                            "@HD Webcam 0;"
                             "KProDlg_KCameraCptBtn 0;"
                             "KProDlg_KCameraCptBtn 6000;"
                             "KCameraCapture_OkButton 0";
@@ -217,16 +220,17 @@ private Q_SLOTS:
         shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), commands});
         const bool ended = shell.waitForFinished(kBuildMs + kRunMs);
         const QString output = QString::fromUtf8(shell.readAllStandardOutput());
-        const QByteArray errors = shell.readAllStandardError().right(4000);
+        const QByteArray errors =
+            ProgramLog::withoutProgress(QString::fromUtf8(shell.readAllStandardError())).toUtf8();
         if (!ended) {
             shell.kill();
             shell.waitForFinished();
         }
         QVERIFY2(ended && shell.exitStatus() == QProcess::NormalExit && shell.exitCode() == 0,
-                 output.right(4000).toUtf8() + errors);
+                 errors + output.toUtf8());
 
         const QVector<QJsonObject> told = objectsIn(output);
-        QVERIFY2(told.size() == 2, output.right(4000).toUtf8() + errors);
+        QVERIFY2(told.size() == 2, errors + output.toUtf8());
         QCOMPARE(told.at(0).keys(), exampleOf("voice-over").keys());
         QCOMPARE(told.at(1).keys(), exampleOf("webcam").keys());
         QCOMPARE(told.at(0).value(QLatin1String("device_name")).toString(),
