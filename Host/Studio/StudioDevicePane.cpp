@@ -17,6 +17,7 @@ using namespace KdVBLMODEL;
 namespace {
 
 constexpr int kListHeight = 132;
+constexpr int kIconSize = 16;
 
 QIcon iconOf(StudioDeviceRow::State state)
 {
@@ -29,7 +30,7 @@ QIcon iconOf(StudioDeviceRow::State state)
         break;
     }
     // As wide as the others, so that the names stand in one line.
-    QPixmap nothing(16, 16);
+    QPixmap nothing(kIconSize, kIconSize);
     nothing.fill(Qt::transparent);
     return QIcon(nothing);
 }
@@ -57,6 +58,7 @@ void StudioDevicePane::layOut()
     setObjectName(isForCameras() ? QStringLiteral("Studio_Cameras")
                                  : QStringLiteral("Studio_Microphones"));
     m_pCaption->setProperty("studioHeading", true);
+    m_pList->setIconSize(QSize(kIconSize, kIconSize));
     m_pList->setObjectName(objectName() + QStringLiteral("_List"));
     m_pList->setProperty("studioDevices", true);
     m_pList->setFixedHeight(kListHeight);
