@@ -49,6 +49,7 @@ void print(const std::vector<std::string>& rows)
 
 void keep(const std::vector<std::string>& rows)
 {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): nothing changes the environment
     const char* const path = std::getenv("KD_BENCH_AIMS");
     if (!path) {
         return;

@@ -64,6 +64,7 @@ std::vector<Contender> contenders()
 double median(const std::vector<PreviewCost>& costs, double PreviewCost::*figure)
 {
     std::vector<double> values;
+    values.reserve(costs.size());
     for (const PreviewCost& cost : costs) {
         values.push_back(cost.*figure);
     }

@@ -66,7 +66,7 @@ public:
         m_recorder->addEventObserver(this);
         m_recorder->setCallbackSwitch3(true);
     }
-    ~LabelPreview()
+    ~LabelPreview() override
     {
         m_recorder->removeEventObserver(this);
         m_recorder->release();
