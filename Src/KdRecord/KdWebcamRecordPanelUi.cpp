@@ -159,12 +159,12 @@ void KdWebcamRecordPanelUi::makeBottom()
 void KdWebcamRecordPanelUi::makeKeys()
 {
     auto* const keys = new KdControlKeys(m_pPanel);
-    keys->add(camera, Qt::ALT | Qt::Key_V);
-    keys->add(microphone, Qt::ALT | Qt::Key_A);
-    keys->add(resolution, Qt::ALT | Qt::Key_R);
-    keys->add(frameRate, Qt::ALT | Qt::Key_F);
-    keys->add(seconds, Qt::ALT | Qt::Key_C);
-    keys->add(ok, Qt::ALT | Qt::Key_O);
+    keys->add(camera, QStringLiteral("Alt+V"));
+    keys->add(microphone, QStringLiteral("Alt+A"));
+    keys->add(resolution, QStringLiteral("Alt+R"));
+    keys->add(frameRate, QStringLiteral("Alt+F"));
+    keys->add(seconds, QStringLiteral("Alt+C"));
+    keys->add(ok, QStringLiteral("Alt+O"));
 }
 
 void KdWebcamRecordPanelUi::layOut()
