@@ -21,8 +21,8 @@ void tst_KdDiskReserve::theReserveGrowsWithTheTake()
 {
     const qint64 begin = KdDiskReserve::bytesToFinish(0, 44100, 128000);
     const qint64 minute = KdDiskReserve::bytesToFinish(60000, 44100, 128000);
-    QVERIFY(begin > 64 * 1024);
-    QVERIFY2(begin < 128 * 1024, "a take must be possible on a disk of a few hundred KiB");
+    QVERIFY(begin > qint64(64) * 1024);
+    QVERIFY2(begin < qint64(128) * 1024, "a take must be possible on a disk of a few hundred KiB");
     QVERIFY(minute > begin);
 }
 
@@ -37,15 +37,16 @@ void tst_KdDiskReserve::anHourFitsIntoItsReserve()
 {
     // An index of 4 bytes for each packet's size and 8 for its place is what can be needed at most.
     const qint64 packets = 3600LL * 96000 / 1024;
-    QVERIFY(KdDiskReserve::bytesToFinish(3600 * 1000, 96000, 128000) > packets * 12);
+    QVERIFY(KdDiskReserve::bytesToFinish(qint64(3600) * 1000, 96000, 128000) > packets * 12);
 }
 
 void tst_KdDiskReserve::anHourOfPicturesFitsIntoItsReserve()
 {
     // Of each picture its size, its length and, as sound lies between, its place.
-    constexpr qint64 kPictures = 3600 * 60;
-    const qint64 sound = KdDiskReserve::bytesToFinish(3600 * 1000, 48000, 4128000);
-    const qint64 both = KdDiskReserve::bytesToFinishClip(3600 * 1000, kPictures, 48000, 4128000);
+    constexpr qint64 kPictures = qint64(3600) * 60;
+    const qint64 sound = KdDiskReserve::bytesToFinish(qint64(3600) * 1000, 48000, 4128000);
+    const qint64 both =
+        KdDiskReserve::bytesToFinishClip(qint64(3600) * 1000, kPictures, 48000, 4128000);
     QVERIFY(both - sound >= kPictures * (4 + 8 + 8));
     QVERIFY(KdDiskReserve::bytesToFinishClip(0, 0, 0, 4000000) > 1000000);
 }

@@ -14,7 +14,8 @@ qint64 taken(int index, double rate, qint64 jitterNs)
 {
     const auto exact = static_cast<qint64>(std::llround(index * 1e9 / rate));
     // Known beforehand, and without a pattern that fits the pictures.
-    const qint64 random = static_cast<qint64>(static_cast<quint32>(index) * 2654435761U);
+    const quint32 mixed = static_cast<quint32>(index) * 2654435761U;
+    const qint64 random = mixed;
     const qint64 error = jitterNs == 0 ? 0 : random % (2 * jitterNs + 1) - jitterNs;
     return kSecond + exact + error;
 }
@@ -132,7 +133,7 @@ void tst_KdFrameGrid::aGapStaysAGap()
 void tst_KdFrameGrid::dayLongTakesDoNotOverflow()
 {
     KdFrameGrid grid(30000, 1001);
-    const qint64 week = 7 * 24 * 3600 * kSecond;
+    const qint64 week = qint64(7) * 24 * 3600 * kSecond;
     grid.place(0);
     qint64 last = grid.place(week);
     QVERIFY(qAbs(last - week) <= grid.toleranceNs());

@@ -41,7 +41,8 @@ void tst_KdLevelScale::theMeterShowsDecibelsEvenly()
 void tst_KdLevelScale::aLouderSoundIsNeverShownLower()
 {
     int former = 0;
-    for (double decibel = -70.0; decibel <= 3.0; decibel += 0.05) {
+    for (int step = 0; step <= 1460; ++step) {
+        const double decibel = -70.0 + 0.05 * step;
         const int level = KdLevelScale::fromDecibel(decibel);
         QVERIFY2(level >= former, qPrintable(QString::number(decibel)));
         former = level;

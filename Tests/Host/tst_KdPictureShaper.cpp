@@ -17,7 +17,8 @@ public:
     explicit Picture(QSize size, uint8_t value = 0xEE) : m_size(size)
     {
         for (size_t i = 0; i < m_planes.size(); ++i) {
-            m_planes[i].assign(static_cast<size_t>(stride(i) * height(i)), value);
+            m_planes[i].assign(static_cast<size_t>(stride(i)) * static_cast<size_t>(height(i)),
+                               value);
         }
     }
 
@@ -26,7 +27,8 @@ public:
     int stride(size_t plane) const { return width(plane) + 5; }
     uint8_t& at(size_t plane, int x, int y)
     {
-        return m_planes[plane][static_cast<size_t>(y * stride(plane) + x)];
+        return m_planes[plane][static_cast<size_t>(y) * static_cast<size_t>(stride(plane)) +
+                               static_cast<size_t>(x)];
     }
 
     KdPicturePlanes<uint8_t> planes()

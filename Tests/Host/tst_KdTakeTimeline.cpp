@@ -116,10 +116,10 @@ void tst_KdTakeTimeline::pausesAreLeftOutOfBoth()
     sound.give(100);
     QCOMPARE(line.fileNs(line.capturedAt(3500 * kMs)), 1000 * kMs);
     QVERIFY(!line.isRecorded(line.capturedAt(2000 * kMs)));
-    const auto spans = line.recorded(0, 4 * kRate);
+    const auto spans = line.recorded(0, qint64(4) * kRate);
     QCOMPARE(int(spans.size()), 2);
     QVERIFY(spans[0] == (KdPauseClock::Span{kRate / 2, kRate, 0}));
-    QVERIFY(spans[1] == (KdPauseClock::Span{3 * kRate, 4 * kRate, kRate / 2}));
+    QVERIFY(spans[1] == (KdPauseClock::Span{qint64(3) * kRate, qint64(4) * kRate, kRate / 2}));
 }
 
 void tst_KdTakeTimeline::theFileBeginsWhereItIsTold()
@@ -132,9 +132,9 @@ void tst_KdTakeTimeline::theFileBeginsWhereItIsTold()
     line.resume(sound.nowNs());
     sound.give(100);
     line.begin(line.capturedAt(1300 * kMs));
-    const auto spans = line.recorded(0, 2 * kRate);
+    const auto spans = line.recorded(0, qint64(2) * kRate);
     QCOMPARE(int(spans.size()), 1);
-    QVERIFY(spans[0] == (KdPauseClock::Span{62400, 2 * kRate, 0}));
+    QVERIFY(spans[0] == (KdPauseClock::Span{62400, qint64(2) * kRate, 0}));
 }
 
 void tst_KdTakeTimeline::shortDelaysAreNoGaps()
@@ -177,7 +177,7 @@ void tst_KdTakeTimeline::soundThatWasOnlyLateIsLeftOut()
     // Now all of it comes at once: 400 ms that are in the file as silence.
     int left = 0;
     for (int i = 0; i < 60; ++i) {
-        const qint64 now = sound.nowNs() + qMax(0, i - 39) * 10 * kMs;
+        const qint64 now = sound.nowNs() + qint64(qMax(0, i - 39)) * 10 * kMs;
         if (line.isSurplus(kBlock, now)) {
             ++left;
         } else {

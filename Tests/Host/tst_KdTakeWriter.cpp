@@ -189,7 +189,7 @@ void tst_KdTakeWriter::fullDiskKeepsWhatFitted()
     KdTakeWriter writer;
     QVERIFY(writer.open(takePath(), format, false, nullptr));
     {
-        const FileFaults::FileSizeLimit limit(150 * 1024);
+        const FileFaults::FileSizeLimit limit(rlim_t(150) * 1024);
         pushSeconds(writer, 10.0);
         QTRY_VERIFY_WITH_TIMEOUT(writer.hasFailed(), 10000);
         QVERIFY(!writer.error().isEmpty());
