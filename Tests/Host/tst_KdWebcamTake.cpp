@@ -165,7 +165,7 @@ void tst_KdWebcamTake::soundAndPictureStayTogether()
     ClipFeeder feeder(take, format);
     feeder.cameraRate = cameraRate;
     feeder.soundRate = soundRate;
-    feeder.jitterNs = jitterMs * 1000000;
+    feeder.jitterNs = qint64(jitterMs) * 1000000;
     feeder.run(20.2);
     QVERIFY(take.finish());
     const QVector<double> offsets = FlashBeep::offsets(path());
@@ -237,7 +237,7 @@ void tst_KdWebcamTake::bothTracksBeginAndEndTogether()
     KdWebcamTake take;
     QVERIFY(take.open(path(), format, 100));
     ClipFeeder feeder(take, format);
-    feeder.cameraDelayNs = cameraDelayMs * 1000000;
+    feeder.cameraDelayNs = qint64(cameraDelayMs) * 1000000;
     feeder.run(seconds);
     QVERIFY(take.finish());
     const ClipInfo clip = ClipProbe::probe(path());
@@ -279,7 +279,7 @@ void tst_KdWebcamTake::everyPictureIsInTheFile()
     QVERIFY(take.open(path(), format, 100));
     ClipFeeder feeder(take, format);
     feeder.cameraRate = cameraRate;
-    feeder.jitterNs = jitterMs * 1000000;
+    feeder.jitterNs = qint64(jitterMs) * 1000000;
     feeder.run(6.0);
     QTRY_COMPARE_WITH_TIMEOUT(take.waitingPictures(), 0, 20000);
     QVERIFY(take.finish());
@@ -644,9 +644,9 @@ void tst_KdWebcamTake::paddedLinesAreReadAsTheBufferSays()
 {
     const QSize size(322, 182);
     constexpr int kStride = 512;
-    KdGstBufferPtr padded(gst_buffer_new_allocate(nullptr, kStride * 182 * 2, nullptr));
-    gst_buffer_memset(padded.get(), 0, 77, kStride * 182 * 2);
-    const gsize offsets[4] = {0, kStride * 182, kStride * (182 + 91), 0};
+    KdGstBufferPtr padded(gst_buffer_new_allocate(nullptr, gsize(kStride) * 182 * 2, nullptr));
+    gst_buffer_memset(padded.get(), 0, 77, gsize(kStride) * 182 * 2);
+    const gsize offsets[4] = {0, gsize(kStride) * 182, gsize(kStride) * (182 + 91), 0};
     const gint strides[4] = {kStride, kStride, kStride, 0};
     gst_buffer_add_video_meta_full(padded.get(), GST_VIDEO_FRAME_FLAG_NONE, GST_VIDEO_FORMAT_I420,
                                    322, 182, 3, const_cast<gsize*>(offsets),
