@@ -92,16 +92,20 @@ bool belongsTo(const QString& name, const QStringList& owners)
     });
 }
 
-/** "std::move" of "T&& std::move<T>(T&)": some compilers show such instances, whatever they are of.
- */
+/** "std::move" of "T&& std::move<T>(T&)": Clang shows such instances, whatever they are of. */
 bool isStandardTemplate(const Symbol& symbol)
 {
+#ifdef __clang__
     static const QRegularExpression innermost(QStringLiteral("<[^<>]*>|\\([^()]*\\)"));
     QString name = symbol.name;
     while (name.contains(innermost)) {
         name.remove(innermost);
     }
     return name.section(QLatin1Char(' '), -1).startsWith(QLatin1String("std::"));
+#else
+    Q_UNUSED(symbol)
+    return false;
+#endif
 }
 
 /** Inline functions of Qt and the standard library that were not inlined: every user has them. */
