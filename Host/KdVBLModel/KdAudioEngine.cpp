@@ -16,6 +16,8 @@ constexpr auto kUndoPatience = 40ms;
 constexpr auto kStopPatience = 1950ms;
 constexpr auto kShutDownPatience = 2000ms;
 constexpr auto kCheckInterval = 250ms;
+/** The dialog that a recorder is made for is painted before the first devices are looked for. */
+constexpr auto kHeadStart = 100ms;
 
 constexpr int kShortestIntervalMs = 10;
 constexpr int kUsualIntervalMs = 50;
@@ -31,7 +33,7 @@ std::shared_ptr<KdAudioEngine> KdAudioEngine::create()
 {
     std::shared_ptr<KdAudioEngine> engine(new KdAudioEngine);
     KdDeviceRegistry::instance().addListener(engine.get());
-    KdDeviceRegistry::instance().start(kdtMicrophone);
+    KdDeviceRegistry::instance().start(kdtMicrophone, kHeadStart);
     return engine;
 }
 

@@ -90,6 +90,7 @@ private:
     bool openCapture(const Settings& wanted);
     void closeCapture();
     void updateCapture();
+    void settle();
     void captureFailed(int captureNumber);
     void loseInput();
     void deviceCame(const KdCaptureDevice& device);
@@ -109,6 +110,7 @@ private:
     RunningTake m_running;
     QString m_lastFile;
 
-    KdSoundInput m_input; ///< the worker's alone
+    bool m_isSettled = false; ///< the worker's alone, as what follows
+    KdSoundInput m_input;
     KdSerialThread m_worker;
 };

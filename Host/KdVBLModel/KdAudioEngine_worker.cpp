@@ -14,6 +14,9 @@ namespace {
 /** A device that was opened for this take may need some time; one that runs needs 10 ms. */
 constexpr auto kFirstSoundPatience = 150ms;
 
+/** Who makes a recorder, to show it in a dialog, is done when nothing was set for this long. */
+constexpr auto kRest = 100ms;
+
 KdBaseLog::Source here(const char* function, int line = __builtin_LINE())
 {
     return {"Host/KdVBLModel/KdAudioEngine", function, line};
@@ -125,6 +128,10 @@ void KdAudioEngine::closeCapture()
 /** Between takes the chosen input runs for its level meter, if there is one. */
 void KdAudioEngine::updateCapture()
 {
+    if (!m_isSettled) {
+        settle();
+        return;
+    }
     const RunningTake now = running();
     if (now.take && !now.isOver) {
         return;
@@ -135,6 +142,19 @@ void KdAudioEngine::updateCapture()
         openCapture(wanted);
     } else {
         closeCapture();
+    }
+}
+
+// A new recorder's first input: opening it takes several programs' time, the sound server's among
+// them, while the dialog that the recorder was made for is about to be painted.
+void KdAudioEngine::settle()
+{
+    if (const std::shared_ptr<KdAudioEngine> self = weak_from_this().lock()) {
+        const auto open = [self] {
+            self->m_isSettled = true;
+            self->updateCapture();
+        };
+        m_worker.postAtRest(open, kRest);
     }
 }
 

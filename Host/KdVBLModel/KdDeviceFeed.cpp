@@ -49,11 +49,11 @@ KdDeviceFeed::~KdDeviceFeed()
     g_main_context_unref(m_context);
 }
 
-void KdDeviceFeed::start()
+void KdDeviceFeed::start(Milliseconds delay)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_thread.joinable()) {
-        m_thread = std::thread([self = shared_from_this()] { self->run(); });
+        m_thread = std::thread([self = shared_from_this(), delay] { self->run(delay); });
     }
 }
 
@@ -69,6 +69,8 @@ void KdDeviceFeed::quit(Milliseconds patience)
     bool hasEnded = false;
     {
         std::unique_lock<std::mutex> lock(m_mutex);
+        m_isQuitting = true;
+        m_changed.notify_all();
         hasEnded = m_changed.wait_for(lock, patience, [this] { return m_hasEnded; });
     }
     if (hasEnded) {
@@ -81,6 +83,10 @@ void KdDeviceFeed::quit(Milliseconds patience)
 bool KdDeviceFeed::waitUntilListed(Milliseconds patience)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
+    if (patience.count() > 0) {
+        m_isAwaited = true;
+        m_changed.notify_all();
+    }
     return m_changed.wait_for(lock, patience, [this] { return m_isListed; });
 }
 
@@ -96,27 +102,37 @@ KdGstPtr<GstDevice> KdDeviceFeed::offerOf(const KdCaptureDevice& device) const
     return kdRef(deviceOf(m_list.bestOffer(device.kind, device.id)));
 }
 
-void KdDeviceFeed::run()
+void KdDeviceFeed::run(Milliseconds delay)
 {
-    g_main_context_push_thread_default(m_context);
-    GError* error = nullptr;
-    if (gst_init_check(nullptr, nullptr, &error)) {
+    if (waitForStart(delay)) {
+        g_main_context_push_thread_default(m_context);
         watch();
-    } else {
-        KdBaseLog::write(KdBaseLog::Error, source("KdDeviceFeed::run"),
-                         "GStreamer does not start: %s",
-                         error ? error->message : "no reason given");
-        g_clear_error(&error);
+        g_main_context_pop_thread_default(m_context);
     }
-    g_main_context_pop_thread_default(m_context);
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_isListed = true;
     m_hasEnded = true;
     m_changed.notify_all();
 }
 
+/** @return false when it was told to quit meanwhile. */
+bool KdDeviceFeed::waitForStart(Milliseconds delay)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait_for(lock, delay, [this] { return m_isAwaited || m_isQuitting; });
+    return !m_isQuitting;
+}
+
 void KdDeviceFeed::watch()
 {
+    GError* error = nullptr;
+    if (!gst_init_check(nullptr, nullptr, &error)) {
+        KdBaseLog::write(KdBaseLog::Error, source("KdDeviceFeed::watch"),
+                         "GStreamer does not start: %s",
+                         error ? error->message : "no reason given");
+        g_clear_error(&error);
+        return;
+    }
     const auto createSystem = m_kind == kdtWebcam ? kdCameraDevices : kdSoundDevices;
     m_system = createSystem(
         m_context, {[this] { listAnew(); }, [this](GstMessage* message) { handle(message); }});
@@ -142,12 +158,21 @@ void KdDeviceFeed::listAnew()
     if (isFirst) {
         m_listeners->notify(
             [this](IKdDeviceListener& listener) { listener.onDevicesListed(m_kind); });
-        kdWarmUpElements(m_kind); // here, where nobody waits
+        warmUp();
         return;
     }
     for (const KdDeviceList::Change& change : changes) {
         announce(change);
     }
+}
+
+// Here, where nobody waits, and at once: a take that begins soon needs it.
+void KdDeviceFeed::warmUp()
+{
+    kdWarmUpElements(m_kind, [this] {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        return !m_isQuitting;
+    });
 }
 
 KdDeviceList KdDeviceFeed::currentOffers() const

@@ -27,8 +27,9 @@ public:
     KdDeviceFeed(KdVBLMODEL::_KdDevType kind, std::shared_ptr<Listeners> listeners);
     ~KdDeviceFeed();
 
-    /** Begins to list devices. Returns at once; harmless when repeated. */
-    void start();
+    /** Begins to list devices, when so much time has passed or somebody waits for them. Returns at
+     * once; harmless when repeated. */
+    void start(Milliseconds delay);
     /** Ends the thread, or leaves it behind when it does not end in time. */
     void quit(Milliseconds patience);
 
@@ -38,8 +39,10 @@ public:
     KdGstPtr<GstDevice> offerOf(const KdCaptureDevice& device) const;
 
 private:
-    void run();
+    void run(Milliseconds delay);
+    bool waitForStart(Milliseconds delay);
     void watch();
+    void warmUp();
     void listAnew();
     KdDeviceList currentOffers() const;
     std::optional<KdDeviceOffer> offerFrom(GstDevice* device) const;
@@ -58,6 +61,8 @@ private:
     std::condition_variable m_changed;
     KdDeviceList m_list; ///< its handles are devices, each with a reference
     std::thread m_thread;
+    bool m_isAwaited = false;
+    bool m_isQuitting = false;
     bool m_isListed = false;
     bool m_hasEnded = false;
 

@@ -34,11 +34,9 @@ bool isMonitorOfOutput(const KdDeviceFacts& facts)
 /** The first that a system gives; ids and serials of objects are used again or never twice. */
 QString idOf(const KdDeviceFacts& facts, _KdDevType kind)
 {
-    static const QStringList videoKeys = {QStringLiteral("api.v4l2.path"),
-                                          QStringLiteral("device.path")};
-    static const QStringList commonKeys = {
-        QStringLiteral("node.name"), QLatin1String(kInternalName), QStringLiteral("device.id"),
-        QStringLiteral("device.path")};
+    const QStringList videoKeys = {QStringLiteral("api.v4l2.path"), QStringLiteral("device.path")};
+    const QStringList commonKeys = {QStringLiteral("node.name"), QLatin1String(kInternalName),
+                                    QStringLiteral("device.id"), QStringLiteral("device.path")};
     const QStringList keys = kind == kdtWebcam ? videoKeys + commonKeys : commonKeys;
     for (const QString& key : keys) {
         QString value = facts.properties.value(key);

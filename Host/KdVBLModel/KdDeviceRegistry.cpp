@@ -2,11 +2,20 @@
 
 #include <KdVBLModel/KdDeviceFeed.h>
 
+#include <QCoreApplication>
+
 using namespace KdVBLMODEL;
 
 namespace {
+
 constexpr std::chrono::milliseconds kPatienceAtExit{1000};
+
+void quitRegistry()
+{
+    KdDeviceRegistry::instance().quit();
 }
+
+} // namespace
 
 class KdDeviceRegistry::Private
 {
@@ -24,9 +33,18 @@ public:
         std::make_shared<KdDeviceFeed>(kdtWebcam, listeners);
 };
 
-KdDeviceRegistry::KdDeviceRegistry() : d(std::make_unique<Private>()) {}
+// When static objects are destroyed those that the threads use are among the first.
+KdDeviceRegistry::KdDeviceRegistry() : d(std::make_unique<Private>())
+{
+    qAddPostRoutine(quitRegistry);
+}
 
 KdDeviceRegistry::~KdDeviceRegistry()
+{
+    quit();
+}
+
+void KdDeviceRegistry::quit()
 {
     d->cameras->quit(kPatienceAtExit);
     d->microphones->quit(kPatienceAtExit);
@@ -38,9 +56,9 @@ KdDeviceRegistry& KdDeviceRegistry::instance()
     return registry;
 }
 
-void KdDeviceRegistry::start(_KdDevType kind)
+void KdDeviceRegistry::start(_KdDevType kind, std::chrono::milliseconds delay)
 {
-    d->feedOf(kind)->start();
+    d->feedOf(kind)->start(delay);
 }
 
 bool KdDeviceRegistry::waitUntilListed(_KdDevType kind, std::chrono::milliseconds patience)

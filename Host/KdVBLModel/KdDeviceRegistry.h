@@ -34,12 +34,19 @@ class KDVBLMODEL_EXPORT KdDeviceRegistry
 {
 public:
     static KdDeviceRegistry& instance();
-    /** Ends its threads; gives up one that a server holds. */
     ~KdDeviceRegistry();
+    /** Ends its threads, for good, as the end of the QCoreApplication does; gives up one that a
+     * server holds. */
+    void quit();
 
-    /** Begins to list the devices of one kind, microphones or webcams. Returns at once; harmless
-     * when repeated. */
-    void start(KdVBLMODEL::_KdDevType kind);
+    /**
+     * Begins to list the devices of one kind, microphones or webcams. Returns at once; harmless
+     * when repeated.
+     * @param delay for whoever has something to do first: the start of GStreamer takes processors
+     * and the loader of libraries from all the rest. Over when somebody waits for the list.
+     */
+    void start(KdVBLMODEL::_KdDevType kind,
+               std::chrono::milliseconds delay = std::chrono::milliseconds(0));
 
     /** Starts and waits. @return whether the first list is complete. */
     bool waitUntilListed(KdVBLMODEL::_KdDevType kind, std::chrono::milliseconds patience);

@@ -1,6 +1,8 @@
 #include <KdVBLModel/KdSerialThread.h>
 
+#include <algorithm>
 #include <deque>
+#include <utility>
 
 class KdSerialThread::State
 {
@@ -9,12 +11,18 @@ public:
 
     void run();
     void post(Task task);
+    void postAtRest(Task task, Milliseconds rest);
     void setTicking(bool on);
     void finish();
     bool waitUntilEnded(Milliseconds patience);
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     std::optional<Task> next();
+    std::optional<Task> dueTask(Clock::time_point nextTick);
+    void wait(std::unique_lock<std::mutex>& lock, Clock::time_point nextTick);
+    bool ticks() const { return m_isTicking && m_tick; }
 
     const Task m_tick;
     const Milliseconds m_interval;
@@ -22,6 +30,8 @@ private:
     std::mutex m_mutex; ///< guards what follows
     std::condition_variable m_changed;
     std::deque<Task> m_tasks;
+    Task m_atRest;
+    Clock::time_point m_restEnd;
     bool m_isTicking = false;
     bool m_isFinishing = false;
     bool m_hasEnded = false;
@@ -41,13 +51,12 @@ void KdSerialThread::State::run()
 std::optional<KdSerialThread::Task> KdSerialThread::State::next()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    const auto hasWork = [this] { return !m_tasks.empty() || m_isFinishing; };
-    while (!hasWork()) {
-        if (!m_isTicking || !m_tick) {
-            m_changed.wait(lock);
-        } else if (!m_changed.wait_for(lock, m_interval, hasWork)) {
-            return m_tick;
+    const Clock::time_point nextTick = Clock::now() + m_interval;
+    while (m_tasks.empty() && !m_isFinishing) {
+        if (std::optional<Task> due = dueTask(nextTick)) {
+            return due;
         }
+        wait(lock, nextTick);
     }
     if (m_tasks.empty()) {
         return std::nullopt;
@@ -57,11 +66,42 @@ std::optional<KdSerialThread::Task> KdSerialThread::State::next()
     return task;
 }
 
+std::optional<KdSerialThread::Task> KdSerialThread::State::dueTask(Clock::time_point nextTick)
+{
+    const Clock::time_point now = Clock::now();
+    if (m_atRest && now >= m_restEnd) {
+        return std::exchange(m_atRest, nullptr);
+    }
+    return ticks() && now >= nextTick ? std::optional<Task>(m_tick) : std::nullopt;
+}
+
+void KdSerialThread::State::wait(std::unique_lock<std::mutex>& lock, Clock::time_point nextTick)
+{
+    constexpr Clock::time_point never = Clock::time_point::max();
+    const Clock::time_point due =
+        std::min(m_atRest ? m_restEnd : never, ticks() ? nextTick : never);
+    if (due == never) {
+        m_changed.wait(lock);
+    } else {
+        m_changed.wait_until(lock, due);
+    }
+}
+
 void KdSerialThread::State::post(Task task)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_isFinishing) {
         m_tasks.push_back(std::move(task));
+        m_changed.notify_all();
+    }
+}
+
+void KdSerialThread::State::postAtRest(Task task, Milliseconds rest)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_isFinishing) {
+        m_atRest.swap(task); // the former one goes without the lock: it may own who knows what
+        m_restEnd = Clock::now() + rest;
         m_changed.notify_all();
     }
 }
@@ -75,7 +115,9 @@ void KdSerialThread::State::setTicking(bool on)
 
 void KdSerialThread::State::finish()
 {
+    Task dropped; // without the lock, as above
     const std::lock_guard<std::mutex> lock(m_mutex);
+    m_atRest.swap(dropped);
     m_isFinishing = true;
     m_changed.notify_all();
 }
@@ -108,6 +150,11 @@ KdSerialThread::~KdSerialThread()
 void KdSerialThread::post(Task task)
 {
     m_state->post(std::move(task));
+}
+
+void KdSerialThread::postAtRest(Task task, Milliseconds rest)
+{
+    m_state->postAtRest(std::move(task), rest);
 }
 
 void KdSerialThread::setTicking(bool on)

@@ -28,6 +28,13 @@ public:
     /** Dropped once finish() was called. */
     void post(Task task);
 
+    /**
+     * Does the task once no other of this kind has come for that long, which it then stands for:
+     * for what would be done in vain while its reasons still change. Other tasks do not wait for
+     * it. Dropped by finish().
+     */
+    void postAtRest(Task task, Milliseconds rest);
+
     void setTicking(bool on);
 
     /**

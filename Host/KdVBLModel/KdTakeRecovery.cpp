@@ -21,10 +21,12 @@ constexpr qint64 kBegunMs = 1000;
 constexpr qint64 kMostWithoutIndex = Q_INT64_C(8) * 1024 * 1024;
 
 using Outcome = RepairResult::Outcome;
+using Reason = RepairResult::Reason;
 
-RepairResult failed(const QString& message)
+RepairResult failed(Reason reason, const QString& message)
 {
     RepairResult result;
+    result.reason = reason;
     result.message = message;
     return result;
 }
@@ -55,13 +57,14 @@ bool takeBack(const UnfinishedTake& take)
 
 RepairResult nothingThere(const UnfinishedTake& take, const QString& message)
 {
-    RepairResult result = failed(message);
+    RepairResult result = failed(Reason::CannotRemove, message);
     if (!takeBack(take)) {
         result.message += QStringLiteral(" It cannot be removed.");
         return result;
     }
     closeJournal(take);
     result.outcome = Outcome::NothingRecoverable;
+    result.reason = Reason::None;
     return result;
 }
 
@@ -90,7 +93,8 @@ RepairResult repairLocked(const UnfinishedTake& take, const KdTakeRecovery::Prog
         return result;
     }
     return file.size() > kMostWithoutIndex
-               ? failed(QStringLiteral("%1 is damaged beyond repair and is left as it is.")
+               ? failed(Reason::Damaged,
+                        QStringLiteral("%1 is damaged beyond repair and is left as it is.")
                             .arg(file.filePath()))
                : nothingThere(take, result.message);
 }
@@ -132,13 +136,14 @@ RepairResult KdTakeRecovery::repair(const UnfinishedTake& take, const Progress& 
     QLockFile lock(KdTakeFile::hiddenPathBeside(take.record.takePath, QStringLiteral(".kdrepair")));
     lock.setStaleLockTime(0);
     if (!lock.tryLock(0)) {
-        return failed(QStringLiteral("%1 cannot be repaired now: its folder is not writable, or "
+        return failed(Reason::Busy,
+                      QStringLiteral("%1 cannot be repaired now: its folder is not writable, or "
                                      "another program is at it.")
                           .arg(take.record.takePath));
     }
     if (!isStillUnfinished(take)) {
-        return failed(QStringLiteral("%1 is not an unfinished recording any more.")
-                          .arg(take.record.takePath));
+        return failed(Reason::Settled, QStringLiteral("%1 is not an unfinished recording any more.")
+                                           .arg(take.record.takePath));
     }
     RepairResult result = repairLocked(take, progress);
     report(take, result);

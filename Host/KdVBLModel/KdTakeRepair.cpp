@@ -22,6 +22,7 @@ constexpr qint64 kMostLastSample = 1536;
 constexpr int kHalfWay = 50;
 
 using Outcome = RepairResult::Outcome;
+using Reason = RepairResult::Reason;
 using State = KdTakeLayout::State;
 
 RepairResult result(Outcome outcome, const QString& message, qint64 durationMs = 0)
@@ -30,6 +31,13 @@ RepairResult result(Outcome outcome, const QString& message, qint64 durationMs =
     made.outcome = outcome;
     made.message = message;
     made.durationMs = durationMs;
+    return made;
+}
+
+RepairResult failed(Reason reason, const QString& message)
+{
+    RepairResult made = result(Outcome::Failed, message);
+    made.reason = reason;
     return made;
 }
 
@@ -83,8 +91,8 @@ private:
 RepairResult Repair::run()
 {
     if (!m_file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)) {
-        return result(Outcome::Failed, QStringLiteral("The file %1 cannot be opened: %2.")
-                                           .arg(m_file.fileName(), m_file.errorString()));
+        return failed(Reason::CannotOpen, QStringLiteral("The file %1 cannot be opened: %2.")
+                                              .arg(m_file.fileName(), m_file.errorString()));
     }
     m_layout = KdTakeLayout::of(&m_file);
     if (m_layout.state == State::NoIndex) {
@@ -148,7 +156,7 @@ void Repair::takeLastSample(const KdMp4Box& media)
 RepairResult Repair::finalise()
 {
     if (m_layout.slot < 0) {
-        return result(Outcome::Failed, QStringLiteral("The file was not written by this program."));
+        return failed(Reason::Foreign, QStringLiteral("The file was not written by this program."));
     }
     if (!closeMedia() || !appendIndex(KdMp4MovieWriter::write(m_movie))) {
         undo();
@@ -158,7 +166,7 @@ RepairResult Repair::finalise()
     if (!change(m_layout.slot, KdTakeLayout::mediaHeader(m_layout.slot, m_layout.mediaEnd)) ||
         !sync()) {
         undo();
-        return result(Outcome::Failed,
+        return failed(Reason::DiskError,
                       QStringLiteral("The disk refused the change: %1.").arg(m_file.errorString()));
     }
     return checked();
@@ -209,7 +217,7 @@ RepairResult Repair::noSpace()
         writeAt(m_layout.header.offset + 4, "moov");
         sync();
     }
-    return result(Outcome::Failed,
+    return failed(Reason::NoSpace,
                   QStringLiteral("There is not enough space on the disk to complete %1.")
                       .arg(m_file.fileName()));
 }
@@ -236,7 +244,7 @@ RepairResult Repair::checked()
     undo();
     return contents.problem.isEmpty() && !contents.isReadable
                ? result(Outcome::Cancelled, QStringLiteral("The repair was cancelled."))
-               : result(Outcome::Failed, QStringLiteral("The completed file could not be read: %1")
+               : failed(Reason::Damaged, QStringLiteral("The completed file could not be read: %1")
                                              .arg(contents.problem));
 }
 

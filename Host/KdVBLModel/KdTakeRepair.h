@@ -15,11 +15,26 @@ struct RepairResult
         Repaired,           ///< the file at the take's path now plays everywhere
         NothingRecoverable, ///< there is no media in it that could be brought back
         Cancelled,          ///< by the hook; the take is as unfinished as before
-        Failed              ///< the message says why; the take is as unfinished as before
+        Failed              ///< the reason says why; the take is as unfinished as before
+    };
+
+    /** Why it failed, for a user in any language. */
+    enum class Reason
+    {
+        None,        ///< it did not
+        Busy,        ///< the folder is not writable, or another program is at the take
+        Settled,     ///< the take is not an unfinished one any more
+        CannotOpen,  ///< the file cannot be opened
+        Foreign,     ///< the file was not written by this program
+        NoSpace,     ///< the disk is full
+        DiskError,   ///< the disk refused the change
+        Damaged,     ///< what is in the file cannot be read; it is left as it is
+        CannotRemove ///< there is nothing in the file, and it cannot be removed
     };
 
     Outcome outcome = Outcome::Failed; ///< how it ended
-    QString message;                   ///< one sentence for the log or a user
+    Reason reason = Reason::None;      ///< why it failed
+    QString message;                   ///< one sentence for the log, in English
     qint64 durationMs = 0; ///< length of the repaired take in ms; 0 unless it was repaired
 };
 

@@ -45,26 +45,32 @@ QString buttonText(Button button)
 }
 
 /** The buttons stay in reach however long a text from outside is. */
-QWidget* scrolled(QWidget* text, int height, QWidget* parent)
+int highestText(const QWidget* parent)
+{
+    const QPoint place = parent ? parent->mapToGlobal(QPoint()) : QPoint();
+    return qMin(kHighestText, KdWindowWatch::availableArea(place).height() / 2);
+}
+
+QScrollArea* scrolled(QWidget* text, QWidget* parent)
 {
     auto* area = new QScrollArea(parent);
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(text);
-    area->setFixedSize(kTextWidth + area->verticalScrollBar()->sizeHint().width(), height);
+    area->setFixedWidth(kTextWidth + area->verticalScrollBar()->sizeHint().width());
     return area;
 }
 
 } // namespace
 
-KOldMessageDialog::KOldMessageDialog(const QString& text, QWidget* parent,
+KOldMessageDialog::KOldMessageDialog(const KdLiveText& text, QWidget* parent,
                                      QDialogButtonBox::StandardButtons buttons, Button safeAnswer,
-                                     const QString& title)
-    : KdFramelessDialog(parent), m_sText(text), m_answer(safeAnswer)
+                                     const KdLiveText& title)
+    : KdFramelessDialog(parent), m_text(text), m_title(title), m_answer(safeAnswer)
 {
     setObjectName(QStringLiteral("KOldMessageDialog"));
-    SetTitleName(title.isEmpty() ? QGuiApplication::applicationDisplayName() : title);
-    setAccessibleDescription(text);
+    // Another language takes another room.
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
     setContentWidget(createText());
     for (const Button button :
          {QDialogButtonBox::No, QDialogButtonBox::Yes, QDialogButtonBox::Ok}) {
@@ -72,11 +78,12 @@ KOldMessageDialog::KOldMessageDialog(const QString& text, QWidget* parent,
             addButton(button, button == safeAnswer);
         }
     }
+    KOldMessageDialog::RetranslateUi();
 }
 
-Button KOldMessageDialog::Infomation(const QString& text, QWidget* parent,
+Button KOldMessageDialog::Infomation(const KdLiveText& text, QWidget* parent,
                                      QDialogButtonBox::StandardButtons buttons,
-                                     const QString& title)
+                                     const KdLiveText& title)
 {
     const auto known =
         buttons & (QDialogButtonBox::Ok | QDialogButtonBox::Yes | QDialogButtonBox::No);
@@ -85,8 +92,8 @@ Button KOldMessageDialog::Infomation(const QString& text, QWidget* parent,
                QDialogButtonBox::Ok);
 }
 
-Button KOldMessageDialog::Question_YesNo(const QString& text, QWidget* parent, Button safeAnswer,
-                                         const QString& title)
+Button KOldMessageDialog::Question_YesNo(const KdLiveText& text, QWidget* parent, Button safeAnswer,
+                                         const KdLiveText& title)
 {
     const auto buttons = QDialogButtonBox::Yes | QDialogButtonBox::No;
     return ask(new KOldMessageDialog(text, parent, buttons, safeAnswer, title), safeAnswer);
@@ -94,7 +101,19 @@ Button KOldMessageDialog::Question_YesNo(const QString& text, QWidget* parent, B
 
 QString KOldMessageDialog::text() const
 {
-    return m_sText;
+    return m_pText->text();
+}
+
+void KOldMessageDialog::RetranslateUi()
+{
+    const QString title = m_title.now();
+    SetTitleName(title.isEmpty() ? QGuiApplication::applicationDisplayName() : title);
+    m_pText->setText(m_text.now());
+    setAccessibleDescription(text());
+    fitText();
+    for (const auto& button : qAsConst(m_buttons)) {
+        button.second->setText(buttonText(button.first));
+    }
 }
 
 void KOldMessageDialog::showEvent(QShowEvent* event)
@@ -122,26 +141,36 @@ Button KOldMessageDialog::ask(KOldMessageDialog* dialog, Button safeAnswer)
 QWidget* KOldMessageDialog::createText()
 {
     auto* content = new QWidget(this);
-    auto* label = new KdWrapLabel(m_sText, kTextWidth, 0, content);
-    label->setObjectName(QStringLiteral("KOldMessageDialog_Text"));
-    const int height = label->heightForWidth(kTextWidth);
-    label->setFixedSize(kTextWidth, height);
-    const QPoint place = parentWidget() ? parentWidget()->mapToGlobal(QPoint()) : QPoint();
-    const int most = qMin(kHighestText, KdWindowWatch::availableArea(place).height() / 2);
+    m_pText = new KdWrapLabel(m_text.now(), kTextWidth, 0, content);
+    m_pText->setObjectName(QStringLiteral("KOldMessageDialog_Text"));
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(kMargin, kMargin + 4, kMargin, kMargin + 4);
-    column->addWidget(height > most ? scrolled(label, most, content) : label);
+    if (m_pText->heightForWidth(kTextWidth) > highestText(parentWidget())) {
+        m_pScroll = scrolled(m_pText, content);
+        column->addWidget(m_pScroll);
+    } else {
+        column->addWidget(m_pText);
+    }
     return content;
+}
+
+void KOldMessageDialog::fitText()
+{
+    const int height = m_pText->heightForWidth(kTextWidth);
+    m_pText->setFixedSize(kTextWidth, height);
+    if (m_pScroll) {
+        m_pScroll->setFixedHeight(qMin(height, highestText(parentWidget())));
+    }
 }
 
 void KOldMessageDialog::addButton(Button button, bool isDefault)
 {
-    const QString label = buttonText(button);
-    auto* push = isDefault ? KdPushButton::CreatePrimaryButton(this, label)
-                           : KdPushButton::CreateSecondaryButton(this, label);
+    auto* push = isDefault ? KdPushButton::CreatePrimaryButton(this)
+                           : KdPushButton::CreateSecondaryButton(this);
     push->setObjectName(QStringLiteral("KOldMessageDialog_") + buttonName(button));
     push->setDefault(isDefault);
     buttonBarLayout()->addWidget(push);
+    m_buttons.append({button, push});
     if (isDefault) {
         push->setFocus();
     }

@@ -59,6 +59,7 @@ QSize KdComboBox::minimumSizeHint() const
 void KdComboBox::showPopup()
 {
     preparePopup();
+    namePopup();
     QComboBox::showPopup();
     if (isPopupVisible()) {
         Q_EMIT sigShowPopUp();
@@ -70,27 +71,45 @@ bool KdComboBox::isPopupVisible() const
     return m_pPopup && m_pPopup->isVisible();
 }
 
-// Not by view() where that can be helped: it makes the list, which costs more than the rest of the
-// combo box.
+// Not by view(): it makes the list, which costs more than the rest of the combo box. Until there is
+// one the hidden rows are kept here.
 
 bool KdComboBox::isRowHidden(int row) const
 {
+    const QModelIndex item = itemAt(row);
     const auto* list = findChild<QListView*>();
-    return list && row >= 0 && row < count() && list->isRowHidden(row);
+    return item.isValid() && (m_hidden.contains(item) || (list && list->isRowHidden(row)));
 }
 
 void KdComboBox::setRowHidden(int row, bool hidden)
 {
-    if (!hidden && !isRowHidden(row)) {
-        return;
-    }
-    if (auto* list = qobject_cast<QListView*>(view())) {
+    const QModelIndex item = itemAt(row);
+    m_hidden.removeAll(item);
+    if (auto* list = findChild<QListView*>()) {
         list->setRowHidden(row, hidden);
+    } else if (hidden && item.isValid()) {
+        m_hidden.append(item);
     }
+}
+
+QModelIndex KdComboBox::itemAt(int row) const
+{
+    return model()->index(row, modelColumn(), rootModelIndex());
+}
+
+void KdComboBox::hideRows()
+{
+    for (const QPersistentModelIndex& item : qAsConst(m_hidden)) {
+        if (auto* list = qobject_cast<QListView*>(view()); list && item.isValid()) {
+            list->setRowHidden(item.row(), true);
+        }
+    }
+    m_hidden.clear();
 }
 
 void KdComboBox::preparePopup()
 {
+    hideRows();
     if (m_pPopup && m_pPopup == view()->window()) {
         return;
     }
@@ -98,6 +117,20 @@ void KdComboBox::preparePopup()
     view()->setTextElideMode(Qt::ElideMiddle);
     m_pPopup = view()->window();
     m_pPopup->installEventFilter(this);
+}
+
+/** Assistive technology goes from the combo box to its list, which is nameless by itself. */
+void KdComboBox::namePopup()
+{
+    view()->setAccessibleName(accessibleName());
+}
+
+void KdComboBox::changeEvent(QEvent* event)
+{
+    QComboBox::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && isPopupVisible()) {
+        namePopup();
+    }
 }
 
 QString KdComboBox::elidedCurrentText() const

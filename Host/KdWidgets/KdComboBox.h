@@ -46,6 +46,7 @@ Q_SIGNALS:
     void sigHidePopUp();
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -56,8 +57,12 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    QModelIndex itemAt(int row) const;
+    void hideRows();
     void preparePopup();
+    void namePopup();
     QString elidedCurrentText() const;
 
+    QList<QPersistentModelIndex> m_hidden; ///< those that the list does not know of yet
     QPointer<QWidget> m_pPopup;
 };

@@ -115,16 +115,49 @@ void KdFramelessDialog::setResizable(bool resizable)
     }
 }
 
+/** As large as the content wants to be where the screen has room; QWidget::adjustSize() stops at
+ * two thirds of the screen. */
+QSize KdFramelessDialog::wantedSize(const QSize& room) const
+{
+    const QSize hint = sizeHint();
+    const int height = hasHeightForWidth() ? heightForWidth(hint.width()) : hint.height();
+    return QSize(hint.width(), height).boundedTo(room).expandedTo(minimumSizeHint());
+}
+
+void KdFramelessDialog::fit(const QSize& room)
+{
+    m_fitted = wantedSize(room);
+    resize(m_fitted);
+}
+
+/** Where a pixel of the screen is a fraction of ours, the size comes back from there rounded. */
+bool KdFramelessDialog::isFitted() const
+{
+    const QSize off = size() - m_fitted;
+    return m_fitted.isValid() && qAbs(off.width()) <= 1 && qAbs(off.height()) <= 1;
+}
+
+bool KdFramelessDialog::event(QEvent* event)
+{
+    const bool isHandled = KdDialog::event(event);
+    if (event->type() == QEvent::LayoutRequest && isVisible() && isFitted()) {
+        fit(KdWindowWatch::availableArea(geometry().center()).size());
+    }
+    return isHandled;
+}
+
 void KdFramelessDialog::centre()
 {
-    if (!testAttribute(Qt::WA_Resized)) {
-        adjustSize();
-    }
     const QWidget* host = parentWidget() ? parentWidget()->window() : nullptr;
     const bool onHost = host && host->isVisible() && !host->isMinimized();
     const QPoint middle = onHost ? host->geometry().center() : QPoint();
     const QRect screen = KdWindowWatch::availableArea(middle);
     const QRect around = onHost ? host->geometry() : screen;
+    if (!testAttribute(Qt::WA_Resized)) {
+        ensurePolished();
+        layout()->activate();
+        fit(screen.size());
+    }
     const QPoint corner = around.center() - rect().center();
     move(qBound(screen.left(), corner.x(), qMax(screen.left(), screen.right() + 1 - width())),
          qBound(screen.top(), corner.y(), qMax(screen.top(), screen.bottom() + 1 - height())));

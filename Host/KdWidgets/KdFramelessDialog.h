@@ -15,7 +15,9 @@ class QVBoxLayout;
 /**
  * A dialog without the window system's frame: title bar, content, and a bar of buttons at the
  * bottom. Unless it was moved it appears in the middle of its parent's window or else of the
- * screen. The content comes first in the tab order, the title bar's buttons last. GUI thread.
+ * screen. Unless it was given a size it has that of its content, as long as the screen has room,
+ * and follows it, with the language as well. The content comes first in the tab order, the title
+ * bar's buttons last. GUI thread.
  */
 class KDWIDGETS_EXPORT KdFramelessDialog : public KdDialog
 {
@@ -58,6 +60,7 @@ public:
     void SetMinimizedEnable(bool enable);
 
 protected:
+    bool event(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -65,6 +68,9 @@ protected:
 
 private:
     void addBorder();
+    QSize wantedSize(const QSize& room) const;
+    void fit(const QSize& room);
+    bool isFitted() const;
     void centre();
     void orderFocus();
     void setResizable(bool resizable);
@@ -77,6 +83,7 @@ private:
     QFrame* m_pBorder = nullptr;
     QPointer<KdResizeGrips> m_pGrips;
     bool m_bCentred = false;
+    QSize m_fitted; ///< to its content; invalid: its size is somebody else's
     QPoint m_shownAt;
     QElapsedTimer m_sinceShown;
 };

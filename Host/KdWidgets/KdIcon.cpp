@@ -67,6 +67,33 @@ QSize KdIcon::naturalSize(const QString& file)
     return size;
 }
 
+QPixmap KdIcon::reduced(const QPixmap& image, qreal ratio)
+{
+    if (image.isNull() || image.devicePixelRatio() <= ratio) {
+        return image;
+    }
+    const QSizeF pixels = QSizeF(image.size()) * ratio / image.devicePixelRatio();
+    QPixmap small = image.scaled(pixels.toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    small.setDevicePixelRatio(ratio);
+    return small;
+}
+
+// An icon of a drawing reads it as a whole, too. Never destroyed: at the program's end the plug-in
+// that draws them may be gone.
+QIcon KdIcon::icon(const QString& file)
+{
+    static auto* const known = new QHash<QString, QIcon>;
+    const auto found = known->constFind(file);
+    if (found != known->constEnd()) {
+        return *found;
+    }
+    QIcon icon(file);
+    if (file.startsWith(QLatin1String(":/"))) {
+        known->insert(file, icon);
+    }
+    return icon;
+}
+
 QPixmap KdIcon::pixmap(const QString& file, const QSize& size, qreal ratio)
 {
     const QSize area = (QSizeF(size) * ratio).toSize();

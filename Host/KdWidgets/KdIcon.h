@@ -2,6 +2,7 @@
 
 #include <KdWidgets/KdWidgetsExport.h>
 
+#include <QIcon>
 #include <QPixmap>
 #include <QSize>
 #include <QString>
@@ -16,6 +17,12 @@ namespace KdIcon {
 KDWIDGETS_EXPORT QSize naturalSize(const QString& file);
 
 /**
+ * @param file path or resource.
+ * @return what QIcon makes of it; the same one again for a resource.
+ */
+KDWIDGETS_EXPORT QIcon icon(const QString& file);
+
+/**
  * An .svg is drawn at the wanted number of device pixels; for a .png its @2x sibling is taken
  * where that has more. Kept in Qt's cache of pixmaps.
  * @param file path or resource.
@@ -24,5 +31,13 @@ KDWIDGETS_EXPORT QSize naturalSize(const QString& file);
  * @return null when the file cannot be read, or size is empty.
  */
 KDWIDGETS_EXPORT QPixmap pixmap(const QString& file, const QSize& size, qreal ratio);
+
+/**
+ * Painted as it is, an image for a denser screen loses lines of its pixels.
+ * @param image with the ratio that it was made for; may be null.
+ * @param ratio of the screen, as of QWidget::devicePixelRatioF().
+ * @return image evenly reduced to the pixels that it takes there; itself where it has no more.
+ */
+KDWIDGETS_EXPORT QPixmap reduced(const QPixmap& image, qreal ratio);
 
 } // namespace KdIcon

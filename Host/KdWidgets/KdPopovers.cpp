@@ -24,19 +24,22 @@ constexpr int kGap = 4;
 
 KdPopovers::KdPopovers(QWidget* anchor, const ConfirmTexts& texts,
                        std::function<void(bool)> answered)
-    : QWidget(anchor, Qt::Popup | Qt::FramelessWindowHint), m_answered(std::move(answered))
+    : QWidget(anchor, Qt::Popup | Qt::FramelessWindowHint)
+    , m_texts(texts)
+    , m_pText(new KdWrapLabel(QString(), kWidestText, kMostLines, this))
+    , m_pCancel(KdPushButton::CreatePrimaryButton(this))
+    , m_pConfirm(KdPushButton::CreateSecondaryButton(this))
+    , m_answered(std::move(answered))
 {
     setObjectName(QStringLiteral("KdPopovers"));
     setAttribute(Qt::WA_DeleteOnClose);
     KdWindowShape::prepare(this);
-    setAccessibleName(texts.text);
     auto* column = new QVBoxLayout(this);
     column->setSpacing(12);
-    auto* label = new KdWrapLabel(texts.text, kWidestText, kMostLines, this);
-    label->setObjectName(QStringLiteral("KdPopovers_Text"));
-    column->addWidget(label);
-    addButtons(column, texts);
-    place(anchor);
+    m_pText->setObjectName(QStringLiteral("KdPopovers_Text"));
+    column->addWidget(m_pText);
+    column->addLayout(createButtons());
+    retranslate();
     if (anchor) {
         anchor->window()->installEventFilter(this);
     }
@@ -50,26 +53,42 @@ KdPopovers* KdPopovers::showConfirm(QWidget* anchor, const ConfirmTexts& texts,
     return popover;
 }
 
-void KdPopovers::addButtons(QVBoxLayout* column, const ConfirmTexts& texts)
+QBoxLayout* KdPopovers::createButtons()
 {
-    auto* cancel = KdPushButton::CreatePrimaryButton(this, texts.cancel);
-    cancel->setObjectName(QStringLiteral("KdPopovers_Cancel"));
-    auto* confirm = KdPushButton::CreateSecondaryButton(this, texts.confirm);
-    confirm->setObjectName(QStringLiteral("KdPopovers_Confirm"));
+    m_pCancel->setObjectName(QStringLiteral("KdPopovers_Cancel"));
+    m_pConfirm->setObjectName(QStringLiteral("KdPopovers_Confirm"));
     auto* row = new QHBoxLayout;
     row->setSpacing(8);
     row->addStretch();
-    row->addWidget(cancel);
-    row->addWidget(confirm);
-    column->addLayout(row);
-    setTabOrder(cancel, confirm);
-    cancel->setFocus();
-    connect(cancel, &QPushButton::clicked, this, [this] { answer(false); });
-    connect(confirm, &QPushButton::clicked, this, [this] { answer(true); });
+    row->addWidget(m_pCancel);
+    row->addWidget(m_pConfirm);
+    setTabOrder(m_pCancel, m_pConfirm);
+    m_pCancel->setFocus();
+    connect(m_pCancel, &QPushButton::clicked, this, [this] { answer(false); });
+    connect(m_pConfirm, &QPushButton::clicked, this, [this] { answer(true); });
+    return row;
 }
 
-void KdPopovers::place(const QWidget* anchor)
+void KdPopovers::retranslate()
 {
+    m_pText->setText(m_texts.text.now());
+    m_pCancel->setText(m_texts.cancel.now());
+    m_pConfirm->setText(m_texts.confirm.now());
+    setAccessibleName(m_pText->text());
+    place();
+}
+
+void KdPopovers::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+    }
+    QWidget::changeEvent(event);
+}
+
+void KdPopovers::place()
+{
+    const QWidget* const anchor = parentWidget();
     // The arrow takes the same room above as below.
     layout()->setContentsMargins(kPadding, kPadding + KdBubble::kArrow, kPadding, kPadding);
     const QSize size = sizeHint();

@@ -1,16 +1,18 @@
 #pragma once
 
 #include <KdWidgets/KdBubble.h>
+#include <KdWidgets/KdLiveText.h>
 
-#include <QString>
 #include <QWidget>
 
 #include <functional>
 
-class QLabel;
-class QVBoxLayout;
+class KdWrapLabel;
+class QBoxLayout;
+class QPushButton;
 
-/** Small windows anchored at a control. Object name "KdPopovers". GUI thread. */
+/** Small windows anchored at a control, which follow the language while they are open. Object name
+ * "KdPopovers". GUI thread. */
 class KDWIDGETS_EXPORT KdPopovers : public QWidget
 {
     Q_OBJECT
@@ -19,9 +21,9 @@ public:
     /** What a question says, as plain text. */
     struct ConfirmTexts
     {
-        QString text;    ///< the question
-        QString cancel;  ///< on the button that answers false
-        QString confirm; ///< on the button that answers true
+        KdLiveText text;    ///< the question
+        KdLiveText cancel;  ///< on the button that answers false
+        KdLiveText confirm; ///< on the button that answers true
     };
 
     /**
@@ -39,6 +41,7 @@ public:
                                    std::function<void(bool confirmed)> answered);
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -47,10 +50,15 @@ protected:
 
 private:
     KdPopovers(QWidget* anchor, const ConfirmTexts& texts, std::function<void(bool)> answered);
-    void addButtons(QVBoxLayout* column, const ConfirmTexts& texts);
-    void place(const QWidget* anchor);
+    QBoxLayout* createButtons();
+    void retranslate();
+    void place();
     void answer(bool confirmed);
 
+    ConfirmTexts m_texts;
+    KdWrapLabel* m_pText = nullptr;
+    QPushButton* m_pCancel = nullptr;
+    QPushButton* m_pConfirm = nullptr;
     KdBubble m_bubble;
     bool m_bConfirmed = false;
     std::function<void(bool)> m_answered;

@@ -3,6 +3,7 @@
 #include <KdCore/KdBaseLog.h>
 #include <KdWidgets/KdAccessibility.h>
 #include <KdWidgets/KdPalette.h>
+#include <KdWidgets/KdToolTipRefresh.h>
 
 #include <QApplication>
 #include <QFile>
@@ -80,7 +81,10 @@ QPalette systemPalette(const KdPalette& skin)
     palette.setColor(QPalette::PlaceholderText, color(TextQuiet));
     palette.setColor(QPalette::Highlight, color(Accent));
     palette.setColor(QPalette::HighlightedText, color(OnAccent));
-    palette.setColor(QPalette::Link, color(Accent));
+    // Between the accent, which says that it can be pressed, and what can be read on any ground.
+    const QColor link(skin.fill(QStringLiteral("@{accent+text 25%}")));
+    palette.setColor(QPalette::Link, link);
+    palette.setColor(QPalette::LinkVisited, link);
     QColor faint = color(Text);
     faint.setAlphaF(kDisabled);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
@@ -97,6 +101,7 @@ void prepareApplication()
     font.setPointSizeF(kFontPoints);
     QApplication::setFont(font);
     KdAccessibility::install();
+    KdToolTipRefresh::install();
 }
 
 } // namespace
@@ -112,6 +117,7 @@ public:
 
     QString skin;
     KdPalette palette;
+    QHash<QString, QString> sheets; ///< the skin's, by key, as far as they were asked for
     QHash<QObject*, Styled> styled;
 };
 
@@ -150,6 +156,7 @@ bool KdSkinManager::setSkin(const QString& name)
     }
     d->skin = name;
     d->palette = KdPalette::parse(name, readResource(name + QStringLiteral(".palette")));
+    d->sheets.clear();
     QApplication::setPalette(systemPalette(d->palette));
     qApp->setStyleSheet(styleSheet(QStringLiteral("Application")));
     // A copy: a style change may make widgets come and go.
@@ -184,7 +191,15 @@ bool KdSkinManager::applyStyleSheet(QWidget* widget, const QString& key, int /*f
 
 QString KdSkinManager::styleSheet(const QString& key) const
 {
-    return d->palette.fill(readResource(key + QStringLiteral(".qss")));
+    const auto known = d->sheets.constFind(key);
+    if (known != d->sheets.constEnd()) {
+        return *known;
+    }
+    QString sheet = d->palette.fill(readResource(key + QStringLiteral(".qss")));
+    if (!sheet.isEmpty()) {
+        d->sheets.insert(key, sheet);
+    }
+    return sheet;
 }
 
 QColor KdSkinManager::color(const QString& token) const
@@ -204,8 +219,12 @@ void KdSkinManager::setCheckState(QWidget* widget, bool checked)
     repolish(widget);
 }
 
+// What was never polished will be, by what it is then, before anybody sees or measures it.
 void KdSkinManager::repolish(QWidget* widget)
 {
+    if (!widget->testAttribute(Qt::WA_WState_Polished)) {
+        return;
+    }
     widget->style()->unpolish(widget);
     widget->style()->polish(widget);
     widget->update();

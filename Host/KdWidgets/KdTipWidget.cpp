@@ -14,38 +14,52 @@ constexpr int kMostLines = 20;
 } // namespace
 
 KdTipWidget::KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent,
-                         const QString& text, int width)
+                         const KdLiveText& text, int width)
     : QWidget(parent, Qt::ToolTip | Qt::FramelessWindowHint)
     , m_type(type)
     , m_direction(direction)
     , m_nWidth(width)
-    , m_pText(
-          new KdWrapLabel(text, width > 0 ? width - 2 * kPadding : kWidestText, kMostLines, this))
+    , m_text(text)
+    , m_pText(new KdWrapLabel(QString(), width > 0 ? width - 2 * kPadding : kWidestText, kMostLines,
+                              this))
 {
     setObjectName(QStringLiteral("KdTipWidget"));
     m_pText->setObjectName(QStringLiteral("KdTipWidget_Text"));
     KdWindowShape::prepare(this);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
-    setAccessibleName(text);
     if (parent) {
         parent->window()->installEventFilter(this);
     }
-    relayout();
+    retranslate();
 }
 
 KdTipWidget* KdTipWidget::creatTipWidget(int type, int arrowDirection, QWidget* parent,
-                                         const QString& text, int width)
+                                         const KdLiveText& text, int width)
 {
     return new KdTipWidget(static_cast<TipTypes>(type), static_cast<ArrowDirection>(arrowDirection),
                            parent, text, width);
 }
 
-void KdTipWidget::setText(const QString& text)
+void KdTipWidget::setText(const KdLiveText& text)
 {
-    m_pText->setText(text);
-    setAccessibleName(text);
+    m_text = text;
+    retranslate();
+}
+
+void KdTipWidget::retranslate()
+{
+    m_pText->setText(m_text.now());
+    setAccessibleName(text());
     relayout();
+}
+
+void KdTipWidget::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+    }
+    QWidget::changeEvent(event);
 }
 
 QString KdTipWidget::text() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KdWidgets/KdBubble.h>
+#include <KdWidgets/KdLiveText.h>
 
 #include <QPoint>
 #include <QWidget>
@@ -8,8 +9,9 @@
 class QLabel;
 
 /**
- * A small bubble with an arrow that points at a place. Object name "KdTipWidget"; plain text. It
- * closes when it is clicked and when its parent's window goes, moves or is minimised. GUI thread.
+ * A small bubble with an arrow that points at a place. Object name "KdTipWidget"; plain text, which
+ * follows the language. It closes when it is clicked and when its parent's window goes, moves or is
+ * minimised. GUI thread.
  */
 class KDWIDGETS_EXPORT KdTipWidget : public QWidget
 {
@@ -42,10 +44,10 @@ public:
      * @return the bubble, not shown yet; never null.
      */
     static KdTipWidget* creatTipWidget(int type, int arrowDirection, QWidget* parent,
-                                       const QString& text, int width);
+                                       const KdLiveText& text, int width);
 
     /** @param text replaces the present one; the bubble takes its size. */
-    void setText(const QString& text);
+    void setText(const KdLiveText& text);
     /** @return what the bubble says. */
     QString text() const;
     /**
@@ -63,13 +65,15 @@ public:
     void OnShow(int screenMargin);
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent, const QString& text,
+    KdTipWidget(TipTypes type, ArrowDirection direction, QWidget* parent, const KdLiveText& text,
                 int width);
+    void retranslate();
     void relayout();
     QSize cardSize() const;
     QRect screenArea() const;
@@ -78,6 +82,7 @@ private:
     ArrowDirection m_direction;
     int m_nWidth = 0;
     int m_nScreenMargin = 0;
+    KdLiveText m_text;
     QLabel* m_pText = nullptr;
     QPoint m_arrowTarget;
     KdBubble m_bubble;

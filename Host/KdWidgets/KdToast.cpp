@@ -1,5 +1,6 @@
 #include <KdWidgets/KdToast.h>
 
+#include <KdWidgets/KdIcon.h>
 #include <KdWidgets/KdSkinManager.h>
 #include <KdWidgets/KdWindowShape.h>
 #include <KdWidgets/KdWindowWatch.h>
@@ -19,39 +20,39 @@ constexpr int kWidestText = 360;
 constexpr int kMostLines = 4;
 } // namespace
 
-KdToast::KdToast(const QString& text, QWidget* window, const QPixmap& pixmap, int bottomMargin)
+KdToast::KdToast(const KdLiveText& text, QWidget* window, const QPixmap& pixmap, int bottomMargin)
     : QWidget(window, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput)
-    , m_sText(text)
+    , m_text(text)
+    , m_pText(new KdWrapLabel(QString(), kWidestText, kMostLines, this))
     , m_nBottomMargin(bottomMargin)
 {
     setObjectName(QStringLiteral("KdToast"));
     setAttribute(Qt::WA_ShowWithoutActivating);
     KdWindowShape::prepare(this);
     setAttribute(Qt::WA_QuitOnClose, false);
-    setAccessibleName(text);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16, 12, 16, 12);
     row->setSpacing(8);
     if (!pixmap.isNull()) {
         auto* icon = new QLabel(this);
-        icon->setPixmap(pixmap);
+        icon->setPixmap(KdIcon::reduced(pixmap, devicePixelRatioF()));
         row->addWidget(icon);
     }
-    auto* label = new KdWrapLabel(text, kWidestText, kMostLines, this);
-    label->setObjectName(QStringLiteral("KdToast_Text"));
-    row->addWidget(label, 1);
+    m_pText->setObjectName(QStringLiteral("KdToast_Text"));
+    row->addWidget(m_pText, 1);
+    retranslate();
     if (window) {
         window->installEventFilter(this);
     }
 }
 
-KdToast* KdToast::creatToast(const QString& text, QWidget* parent, const QPixmap& pixmap,
+KdToast* KdToast::creatToast(const KdLiveText& text, QWidget* parent, const QPixmap& pixmap,
                              int bottomMargin)
 {
     return new KdToast(text, parent ? parent->window() : nullptr, pixmap, bottomMargin);
 }
 
-KdToast* KdToast::showToast(QWidget* parent, const QString& text, const QPixmap& pixmap,
+KdToast* KdToast::showToast(QWidget* parent, const KdLiveText& text, const QPixmap& pixmap,
                             int bottomMargin)
 {
     KdToast* toast = creatToast(text, parent, pixmap, bottomMargin);
@@ -59,6 +60,28 @@ KdToast* KdToast::showToast(QWidget* parent, const QString& text, const QPixmap&
     toast->setAttribute(Qt::WA_DeleteOnClose);
     toast->show();
     return toast;
+}
+
+QString KdToast::text() const
+{
+    return m_pText->text();
+}
+
+void KdToast::retranslate()
+{
+    m_pText->setText(m_text.now());
+    setAccessibleName(text());
+    if (isVisible()) {
+        place();
+    }
+}
+
+void KdToast::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+    }
+    QWidget::changeEvent(event);
 }
 
 void KdToast::closeOthers()

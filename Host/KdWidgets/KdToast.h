@@ -1,15 +1,18 @@
 #pragma once
 
+#include <KdWidgets/KdLiveText.h>
 #include <KdWidgets/KdWidgetsExport.h>
 
 #include <QBasicTimer>
 #include <QPixmap>
 #include <QWidget>
 
+class KdWrapLabel;
+
 /**
  * A short notice at the bottom centre of a window, gone after 3 s. Object name "KdToast"; plain
- * text. It follows the window, goes with it, and leaves the screen while the window is minimised.
- * Presses pass through it. GUI thread.
+ * text. It follows the language and the window, goes with that, and leaves the screen while it is
+ * minimised. Presses pass through it. GUI thread.
  */
 class KDWIDGETS_EXPORT KdToast : public QWidget
 {
@@ -25,7 +28,7 @@ public:
      * @param bottomMargin distance from the lower edge of parent's window in pixels.
      * @return the toast; never null.
      */
-    static KdToast* creatToast(const QString& text, QWidget* parent, const QPixmap& pixmap,
+    static KdToast* creatToast(const KdLiveText& text, QWidget* parent, const QPixmap& pixmap,
                                int bottomMargin);
     /**
      * Makes a toast that deletes itself and shows it; a toast already on that window goes first.
@@ -35,13 +38,14 @@ public:
      * @param bottomMargin distance from the lower edge of parent's window in pixels.
      * @return the toast on the screen; not the caller's.
      */
-    static KdToast* showToast(QWidget* parent, const QString& text, const QPixmap& pixmap,
+    static KdToast* showToast(QWidget* parent, const KdLiveText& text, const QPixmap& pixmap,
                               int bottomMargin);
 
     /** @return what the toast says. */
-    QString text() const { return m_sText; }
+    QString text() const;
 
 protected:
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -52,13 +56,15 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    KdToast(const QString& text, QWidget* window, const QPixmap& pixmap, int bottomMargin);
+    KdToast(const KdLiveText& text, QWidget* window, const QPixmap& pixmap, int bottomMargin);
+    void retranslate();
     void closeOthers();
     void followWindowState();
     void place();
     QPainterPath outline() const;
 
-    QString m_sText;
+    KdLiveText m_text;
+    KdWrapLabel* m_pText = nullptr;
     int m_nBottomMargin = 0;
     QBasicTimer m_timer;
 };

@@ -20,6 +20,16 @@ bool isReturn(const QKeyEvent* event)
     return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
 }
 
+KdToolButton::IconFiles filesOf(const QString& list)
+{
+    const QStringList files = list.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const auto file = [&files](int state) {
+        const QString name = files.value(state);
+        return name == QLatin1String("-") ? QString() : name;
+    };
+    return {file(0), file(1), file(2), file(3)};
+}
+
 /** Text and icon, the icon ahead in reading direction, in the middle of area. */
 void drawTextBesideIcon(QStylePainter* painter, const QStyleOptionToolButton& option,
                         const QPixmap& icon, const QRect& area)
@@ -61,15 +71,14 @@ KdToolButton* KdToolButton::CreateToolButton(QWidget* parent, const QString& obj
 
 void KdToolButton::setIconFiles(const IconFiles& unchecked, const IconFiles& checked)
 {
-    m_unchecked = unchecked;
-    m_checked = checked;
+    m_icon = {unchecked, checked};
     const QSize natural = KdIcon::naturalSize(unchecked.normal);
     if (!natural.isEmpty()) {
         setIconSize(natural);
     }
     // The icon itself is drawn in paintEvent(); this one makes the size hint and the accessible
     // image right.
-    setIcon(QIcon(unchecked.normal));
+    setIcon(KdIcon::icon(unchecked.normal));
 }
 
 KdToolButton::IconFiles KdToolButton::svgIconSet(const QString& set)
@@ -79,30 +88,44 @@ KdToolButton::IconFiles KdToolButton::svgIconSet(const QString& set)
             path.arg(QStringLiteral("pressed")), path.arg(QStringLiteral("disabled"))};
 }
 
-const KdToolButton::IconFiles& KdToolButton::currentFiles() const
+void KdToolButton::setImages(const QString& files)
 {
-    return isChecked() && !m_checked.normal.isEmpty() ? m_checked : m_unchecked;
+    m_sImages = files;
+    m_sheetIcon.unchecked = filesOf(files);
+    update();
 }
 
-QString KdToolButton::currentFile() const
+void KdToolButton::setCheckedImages(const QString& files)
 {
-    const IconFiles& files = currentFiles();
+    m_sCheckedImages = files;
+    m_sheetIcon.checked = filesOf(files);
+    update();
+}
+
+const KdToolButton::IconFiles& KdToolButton::currentFiles(const Icon& icon) const
+{
+    return isChecked() && !icon.checked.normal.isEmpty() ? icon.checked : icon.unchecked;
+}
+
+QString KdToolButton::currentFile(const IconFiles& files) const
+{
     if (!isEnabled()) {
         return files.disabled;
     }
-    if (isDown()) {
+    if (isDown() && !files.pressed.isEmpty()) {
         return files.pressed;
     }
     return underMouse() ? files.hover : files.normal;
 }
 
-QPixmap KdToolButton::currentPixmap() const
+QPixmap KdToolButton::currentPixmap(const Icon& icon) const
 {
-    const QPixmap pixmap = KdIcon::pixmap(currentFile(), iconSize(), devicePixelRatioF());
+    const IconFiles& files = currentFiles(icon);
+    const QPixmap pixmap = KdIcon::pixmap(currentFile(files), iconSize(), devicePixelRatioF());
     if (!pixmap.isNull()) {
         return pixmap;
     }
-    const QPixmap normal = KdIcon::pixmap(currentFiles().normal, iconSize(), devicePixelRatioF());
+    const QPixmap normal = KdIcon::pixmap(files.normal, iconSize(), devicePixelRatioF());
     if (isEnabled() || normal.isNull()) {
         return normal;
     }
@@ -148,8 +171,9 @@ void KdToolButton::keyPressEvent(QKeyEvent* event)
 
 void KdToolButton::paintEvent(QPaintEvent* event)
 {
-    if (m_unchecked.normal.isEmpty()) {
+    if (m_icon.unchecked.normal.isEmpty()) {
         QToolButton::paintEvent(event);
+        QStylePainter(this).drawItemPixmap(rect(), Qt::AlignCenter, currentPixmap(m_sheetIcon));
         return;
     }
     QStyleOptionToolButton option;
@@ -164,7 +188,7 @@ void KdToolButton::paintEvent(QPaintEvent* event)
         panel.state &= ~(QStyle::State_MouseOver | QStyle::State_Sunken | QStyle::State_On);
     }
     painter.drawComplexControl(QStyle::CC_ToolButton, panel);
-    const QPixmap icon = currentPixmap();
+    const QPixmap icon = currentPixmap(m_icon);
     if (iconOnly) {
         painter.drawItemPixmap(rect(), Qt::AlignCenter, icon);
         return;

@@ -13,6 +13,8 @@
 class KDWIDGETS_EXPORT KdToolButton : public QToolButton
 {
     Q_OBJECT
+    Q_PROPERTY(QString images READ images WRITE setImages)
+    Q_PROPERTY(QString checkedImages READ checkedImages WRITE setCheckedImages)
 
 public:
     /** @param parent owns the button; may be null. */
@@ -28,8 +30,8 @@ public:
                                           const QString& styleKey = QString());
 
     /**
-     * The four images of an icon for the button's states, .svg or .png; a missing one is made from
-     * the normal one.
+     * The four images of an icon for the button's states, .svg or .png. A missing one for pressing
+     * is that of the button before; any other is made from the normal one.
      */
     struct IconFiles
     {
@@ -52,19 +54,42 @@ public:
      */
     static IconFiles svgIconSet(const QString& set);
 
+    /**
+     * Icon files as a style sheet names them ("qproperty-images", "qproperty-checkedImages"), drawn
+     * above the button's ground in every state, in the middle, in the icon size. Not by the sheet's
+     * "image", for which the style reads the whole drawing anew for every button and every state.
+     * @param files those for the states of IconFiles in their order, separated by blanks; "-" and
+     * what is left out at the end are missing ones.
+     */
+    void setImages(const QString& files);
+    /** @param files as above, shown while the button is checked. */
+    void setCheckedImages(const QString& files);
+    /** @return what was set. */
+    QString images() const { return m_sImages; }
+    /** @return what was set. */
+    QString checkedImages() const { return m_sCheckedImages; }
+
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    const IconFiles& currentFiles() const;
-    QString currentFile() const;
-    QPixmap currentPixmap() const;
+    struct Icon
+    {
+        IconFiles unchecked;
+        IconFiles checked;
+    };
+
+    const IconFiles& currentFiles(const Icon& icon) const;
+    QString currentFile(const IconFiles& files) const;
+    QPixmap currentPixmap(const Icon& icon) const;
     QString tip() const;
     void adoptToolTip();
 
-    IconFiles m_unchecked;
-    IconFiles m_checked;
+    Icon m_icon;
+    Icon m_sheetIcon;
+    QString m_sImages;
+    QString m_sCheckedImages;
     QString m_sAdoptedName;
 };

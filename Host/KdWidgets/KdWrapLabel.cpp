@@ -8,6 +8,16 @@
 
 #include <algorithm>
 
+namespace {
+
+/** Lines of some fonts overlap; the last one would lose its descenders to that. */
+int rowHeight(const QFontMetrics& metrics)
+{
+    return std::max(metrics.height(), metrics.lineSpacing());
+}
+
+} // namespace
+
 KdWrapLabel::KdWrapLabel(const QString& text, int widest, int mostLines, QWidget* parent)
     : QLabel(parent), m_nWidest(widest), m_nMostLines(mostLines)
 {
@@ -28,7 +38,7 @@ QStringList KdWrapLabel::lines(int width) const
 
 int KdWrapLabel::heightForWidth(int width) const
 {
-    return int(qMax(1, lines(width).size())) * fontMetrics().lineSpacing();
+    return int(qMax(1, lines(width).size())) * rowHeight(fontMetrics());
 }
 
 QSize KdWrapLabel::sizeHint() const
@@ -46,7 +56,7 @@ QSize KdWrapLabel::sizeHint() const
 QSize KdWrapLabel::minimumSizeHint() const
 {
     return {std::min(sizeHint().width(), fontMetrics().averageCharWidth() * 8),
-            fontMetrics().lineSpacing()};
+            rowHeight(fontMetrics())};
 }
 
 void KdWrapLabel::paintEvent(QPaintEvent* /*event*/)
@@ -57,7 +67,7 @@ void KdWrapLabel::paintEvent(QPaintEvent* /*event*/)
     painter.setLayoutDirection(text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const int flags = Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip;
     const QStringList shown = lines(width());
-    QRect row(0, 0, width(), fontMetrics().lineSpacing());
+    QRect row(0, 0, width(), rowHeight(fontMetrics()));
     row.moveTop(qMax(0, (height() - int(shown.size()) * row.height()) / 2));
     for (const QString& line : shown) {
         style()->drawItemText(&painter, row, flags, palette(), isEnabled(), line, foregroundRole());

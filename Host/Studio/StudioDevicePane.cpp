@@ -66,6 +66,10 @@ void StudioDevicePane::layOut()
     m_pList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pMessage->setObjectName(objectName() + QStringLiteral("_Message"));
     m_pMessage->setCaption(true);
+    // A name from outside may be long; room for two lines, so that nothing moves with the news.
+    m_pMessage->setWordWrap(true);
+    m_pMessage->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    m_pMessage->setMinimumHeight(StudioPaint::twoLines(m_pMessage->fontMetrics()));
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);

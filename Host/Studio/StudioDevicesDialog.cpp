@@ -3,6 +3,8 @@
 #include <KdWidgets/KdLabel.h>
 #include <Studio/StudioDevicePane.h>
 #include <Studio/StudioDeviceSource.h>
+#include <Studio/StudioPaint.h>
+#include <Studio/StudioScrollPage.h>
 
 #include <QVBoxLayout>
 
@@ -31,14 +33,16 @@ void StudioDevicesDialog::layOut()
 {
     m_pNote->setCaption(true);
     m_pNote->setWordWrap(true);
-    m_pBody->setFixedWidth(kWidth);
+    // Some languages need one line only: the window keeps its height all the same.
+    m_pNote->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    m_pNote->setMinimumHeight(StudioPaint::twoLines(m_pNote->fontMetrics()));
     auto* const column = new QVBoxLayout(m_pBody);
     column->setContentsMargins(16, 12, 16, 16);
     column->setSpacing(16);
     column->addWidget(m_pCameras);
     column->addWidget(m_pMicrophones);
     column->addWidget(m_pNote);
-    setContentWidget(m_pBody);
+    setContentWidget(new StudioScrollPage(m_pBody, kWidth, this));
 }
 
 void StudioDevicesDialog::RetranslateUi()

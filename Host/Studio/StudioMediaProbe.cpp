@@ -11,15 +11,11 @@ namespace {
 
 constexpr GstClockTime kTimeout = 5 * GST_SECOND;
 
-class Texts
-{
-    Q_DECLARE_TR_FUNCTIONS(StudioMediaProbe)
-};
-
-StudioMediaInfo unreadable(const QString& problem)
+/** @param problem a text of this file, before its translation, or words of the media framework */
+StudioMediaInfo unreadable(const char* problem)
 {
     StudioMediaInfo info;
-    info.problem = problem;
+    info.problem = QString::fromUtf8(problem);
     return info;
 }
 
@@ -56,10 +52,11 @@ StudioMediaInfo describe(GstDiscovererInfo* found)
     describeSound(found, &info);
     describePicture(found, &info);
     if (info.channels == 0 && !info.picture.isValid()) {
-        return unreadable(Texts::tr("There is neither sound nor a moving picture in it."));
+        return unreadable(QT_TRANSLATE_NOOP("StudioMediaProbe",
+                                            "There is neither sound nor a moving picture in it."));
     }
     if (!GST_CLOCK_TIME_IS_VALID(duration) || duration == 0) {
-        return unreadable(Texts::tr("Its length is unknown."));
+        return unreadable(QT_TRANSLATE_NOOP("StudioMediaProbe", "Its length is unknown."));
     }
     info.durationMs = static_cast<qint64>(GST_TIME_AS_MSECONDS(duration));
     info.readable = true;
@@ -72,15 +69,17 @@ StudioMediaInfo discover(const QString& path)
     GstDiscoverer* const discoverer = gst_discoverer_new(kTimeout, &error);
     if (!discoverer) {
         g_clear_error(&error);
-        return unreadable(Texts::tr("The media framework cannot look into files."));
+        return unreadable(
+            QT_TRANSLATE_NOOP("StudioMediaProbe", "The media framework cannot look into files."));
     }
     GstDiscovererInfo* const found = gst_discoverer_discover_uri(
         discoverer, StudioGst::fileUri(path).toLatin1().constData(), &error);
     const bool understood = found && gst_discoverer_info_get_result(found) == GST_DISCOVERER_OK;
-    StudioMediaInfo info = understood
-                               ? describe(found)
-                               : unreadable(error ? QString::fromUtf8(error->message)
-                                                  : Texts::tr("It is neither sound nor a clip."));
+    StudioMediaInfo info =
+        understood ? describe(found)
+                   : unreadable(error ? error->message
+                                      : QT_TRANSLATE_NOOP("StudioMediaProbe",
+                                                          "It is neither sound nor a clip."));
     g_clear_error(&error);
     if (found) {
         gst_discoverer_info_unref(found);
@@ -95,16 +94,22 @@ StudioMediaInfo probeMedia(const QString& path)
 {
     const QFileInfo file(path);
     if (!file.isFile()) {
-        return unreadable(Texts::tr("There is no such file."));
+        return unreadable(QT_TRANSLATE_NOOP("StudioMediaProbe", "There is no such file."));
     }
     if (!file.isReadable()) {
-        return unreadable(Texts::tr("It may not be read."));
+        return unreadable(QT_TRANSLATE_NOOP("StudioMediaProbe", "It may not be read."));
     }
     if (file.size() == 0) {
-        return unreadable(Texts::tr("It is empty."));
+        return unreadable(QT_TRANSLATE_NOOP("StudioMediaProbe", "It is empty."));
     }
     if (!StudioGst::start()) {
-        return unreadable(Texts::tr("The media framework cannot be started."));
+        return unreadable(
+            QT_TRANSLATE_NOOP("StudioMediaProbe", "The media framework cannot be started."));
     }
     return discover(path);
+}
+
+QString mediaProblemText(const QString& problem)
+{
+    return QCoreApplication::translate("StudioMediaProbe", problem.toUtf8().constData());
 }

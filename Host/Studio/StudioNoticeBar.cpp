@@ -2,8 +2,10 @@
 
 #include <KdWidgets/KdLabel.h>
 #include <KdWidgets/KdSkinManager.h>
+#include <Studio/StudioAccessibility.h>
 #include <Studio/StudioPaint.h>
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <QVariant>
@@ -17,6 +19,7 @@ StudioNoticeBar::StudioNoticeBar(const QString& iconName, int skinColor, QWidget
     , m_pSentence(new KdLabel(this))
     , m_pControls(new QHBoxLayout)
 {
+    StudioAccessibility::install();
     // The sheet can give a plain widget a ground only with this attribute.
     setAttribute(Qt::WA_StyledBackground);
     setProperty("studioBar", true);
@@ -51,8 +54,26 @@ void StudioNoticeBar::refreshIcon()
 
 void StudioNoticeBar::setTexts(const QString& heading, const QString& sentence)
 {
+    const bool isNews = heading != m_pHeading->text() || sentence != m_pSentence->text();
     m_pHeading->setText(heading);
     m_pSentence->setText(sentence);
+    setAccessibleName(heading);
+    setAccessibleDescription(sentence);
+    if (isNews && isVisible()) {
+        announce();
+    }
+}
+
+void StudioNoticeBar::showEvent(QShowEvent* event)
+{
+    KdWidget::showEvent(event);
+    announce();
+}
+
+void StudioNoticeBar::announce()
+{
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }
 
 QString StudioNoticeBar::heading() const

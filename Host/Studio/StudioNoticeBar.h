@@ -20,11 +20,14 @@ public:
     QString sentence() const;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     QHBoxLayout* controls() const { return m_pControls; }
 
 private:
     void layOut();
     void refreshIcon();
+    /** To assistive technology. */
+    void announce();
 
     QString m_iconName;
     int m_skinColor;

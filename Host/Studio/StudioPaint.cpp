@@ -17,6 +17,7 @@ namespace {
 constexpr double kBarWidth = 2.0;
 constexpr double kBarStep = 3.0;
 constexpr double kDisabledOpacity = 0.4;
+constexpr int kOtherScripts = 3;
 /** Speech is quiet most of the time: bars in proportion to the samples would hardly be seen. */
 constexpr double kLoudnessCurve = 0.6;
 
@@ -111,6 +112,11 @@ QIcon icon(const QString& name, int skinColor)
         }
     }
     return icon;
+}
+
+int twoLines(const QFontMetrics& metrics)
+{
+    return 2 * (metrics.lineSpacing() + kOtherScripts);
 }
 
 } // namespace StudioPaint

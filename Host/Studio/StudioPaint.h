@@ -4,6 +4,7 @@
 #include <Studio/StudioPeaks.h>
 
 #include <QColor>
+#include <QFontMetrics>
 #include <QIcon>
 #include <QImage>
 #include <QRectF>
@@ -31,5 +32,8 @@ void thumbnail(QPainter& painter, const QRectF& area, const QImage& picture, dou
 QIcon icon(const QString& name, int skinColor = KdSkin::Text);
 /** The same as one picture in one colour. @param size in device-independent pixels */
 QPixmap pixmap(const QString& name, int size, const QColor& color, double devicePixelRatio);
+
+/** @return room for two lines in any script: the lines of some are a little higher. */
+int twoLines(const QFontMetrics& metrics);
 
 } // namespace StudioPaint

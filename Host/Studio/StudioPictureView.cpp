@@ -1,5 +1,6 @@
 #include <Studio/StudioPictureView.h>
 
+#include <Studio/StudioAccessibility.h>
 #include <Studio/StudioPaint.h>
 
 #include <QPainter>
@@ -13,6 +14,7 @@ constexpr double kRadius = 6.0;
 
 StudioPictureView::StudioPictureView(QWidget* parent) : QWidget(parent)
 {
+    StudioAccessibility::install();
     setObjectName(QStringLiteral("Studio_Picture"));
     setMinimumHeight(96);
     connect(KdSkin::KdSkinManager::instance(), &KdSkin::KdSkinManager::skinChanged, this,

@@ -159,7 +159,7 @@ void StudioPlayer::play()
     if (!m_pipeline->set(GST_STATE_PLAYING)) {
         poll(); // the bus says it better, mostly
         if (m_pipeline) {
-            fail(tr("The sound output cannot be opened."));
+            fail([] { return tr("The sound output cannot be opened."); });
         }
         return;
     }
@@ -218,13 +218,14 @@ bool StudioPlayer::ensurePipeline()
         return true;
     }
     if (!StudioGst::start()) {
-        fail(tr("The media framework cannot be started."));
+        fail([] { return tr("The media framework cannot be started."); });
         return false;
     }
     m_pipeline = std::make_unique<Pipeline>(m_sinkName, m_file);
     if (!m_pipeline->isUsable()) {
-        fail(
-            tr("Nothing can be played: the element \"%1\" is missing.").arg(m_pipeline->missing()));
+        fail([missing = m_pipeline->missing()] {
+            return tr("Nothing can be played: the element \"%1\" is missing.").arg(missing);
+        });
         return false;
     }
     m_pipeline->setMuted(m_muted);
@@ -248,7 +249,7 @@ void StudioPlayer::poll()
             break;
         }
         if (GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_ERROR) {
-            fail(StudioGst::errorText(message.get()));
+            fail([text = StudioGst::errorText(message.get())] { return text; });
             return;
         }
         if (GST_MESSAGE_TYPE(message.get()) == GST_MESSAGE_EOS) {
@@ -269,10 +270,10 @@ void StudioPlayer::pollPicture()
     }
 }
 
-void StudioPlayer::fail(const QString& text)
+void StudioPlayer::fail(const KdLiveText& text)
 {
     KdBaseLog::write(KdBaseLog::Info, {"Host/Studio/StudioPlayer", "StudioPlayer::fail"},
-                     "Playing %s ended: %s", qPrintable(m_file), qPrintable(text));
+                     "Playing %s ended: %s", qPrintable(m_file), qPrintable(text.now()));
     stop();
     Q_EMIT failed(text);
 }

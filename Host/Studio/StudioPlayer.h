@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KdWidgets/KdLiveText.h>
+
 #include <QImage>
 #include <QObject>
 #include <QString>
@@ -53,8 +55,8 @@ Q_SIGNALS:
     void mutedChanged(bool muted);
     /** The picture that is to be seen now; null when playing ended. */
     void pictureChanged(const QImage& picture);
-    /** Playing ended because of this; one sentence. */
-    void failed(const QString& text);
+    /** Playing ended because of this. */
+    void failed(const KdLiveText& text);
 
 private:
     class Pipeline;
@@ -63,7 +65,7 @@ private:
     void setState(State state);
     void poll();
     void pollPicture();
-    void fail(const QString& text);
+    void fail(const KdLiveText& text);
 
     QString m_sinkName;
     QString m_file;

@@ -11,6 +11,38 @@
 #include <QPointer>
 #include <QProgressBar>
 
+namespace {
+
+using Reason = RepairResult::Reason;
+
+QString describe(Reason reason)
+{
+    switch (reason) {
+    case Reason::Busy:
+        return StudioRecoveryBar::tr(
+            "Its folder is not writable, or another program is working on it.");
+    case Reason::Settled:
+        return StudioRecoveryBar::tr("It is not unfinished any more.");
+    case Reason::CannotOpen:
+        return StudioRecoveryBar::tr("The file cannot be opened.");
+    case Reason::Foreign:
+        return StudioRecoveryBar::tr("The file was not written by this program.");
+    case Reason::NoSpace:
+        return StudioRecoveryBar::tr("There is not enough space on the disk.");
+    case Reason::DiskError:
+        return StudioRecoveryBar::tr("The disk refuses the change.");
+    case Reason::Damaged:
+        return StudioRecoveryBar::tr("The file is damaged and is left as it is.");
+    case Reason::CannotRemove:
+        return StudioRecoveryBar::tr("It is empty and cannot be removed.");
+    case Reason::None:
+        break;
+    }
+    return StudioRecoveryBar::tr("It was interrupted.");
+}
+
+} // namespace
+
 StudioRecoveryBar::StudioRecoveryBar(StudioRecovery* recovery, QWidget* parent)
     : StudioNoticeBar(QStringLiteral("warning"), KdSkin::Warn, parent)
     , m_pRecovery(recovery)
@@ -67,16 +99,17 @@ void StudioRecoveryBar::showTexts()
     const QString when =
         QLocale().toString(take.record.started.toLocalTime(), QLocale::ShortFormat);
     const QString name = QFileInfo(take.record.takePath).fileName();
+    const QString failure = m_failure.now();
     setTexts(heading,
-             m_failure.isEmpty()
+             failure.isEmpty()
                  ? tr("%1, begun %2. It can be repaired and added to the takes.").arg(name, when)
-                 : tr("%1 could not be dealt with. %2").arg(name, m_failure));
+                 : tr("%1 could not be dealt with. %2").arg(name, failure));
 }
 
 void StudioRecoveryBar::offer(const QVector<UnfinishedTake>& takes)
 {
     m_takes = takes;
-    m_failure.clear();
+    m_failure = {};
     setBusy(false);
     showTexts();
     setVisible(!m_takes.isEmpty());
@@ -101,8 +134,9 @@ void StudioRecoveryBar::repair()
 
 void StudioRecoveryBar::askToDiscard()
 {
-    const KdPopovers::ConfirmTexts texts{tr("Discarding deletes what was recorded. Are you sure?"),
-                                         tr("Cancel"), tr("Discard")};
+    const KdPopovers::ConfirmTexts texts{
+        [] { return tr("Discarding deletes what was recorded. Are you sure?"); },
+        [] { return tr("Cancel"); }, [] { return tr("Discard"); }};
     const QPointer<StudioRecoveryBar> guard(this);
     KdPopovers::showConfirm(m_pDiscard, texts, [guard](bool confirmed) {
         if (guard && confirmed && !guard->m_takes.isEmpty()) {
@@ -116,8 +150,10 @@ void StudioRecoveryBar::putOff()
 {
     m_takes.clear();
     hide();
-    Q_EMIT message(
-        tr("The unfinished recording stays as it is and is offered again at the next start."));
+    Q_EMIT message([] {
+        return tr(
+            "The unfinished recording stays as it is and is offered again at the next start.");
+    });
 }
 
 void StudioRecoveryBar::handleRepaired(const UnfinishedTake& take, const RepairResult& result)
@@ -126,16 +162,16 @@ void StudioRecoveryBar::handleRepaired(const UnfinishedTake& take, const RepairR
     switch (result.outcome) {
     case RepairResult::Outcome::Repaired:
         next();
-        Q_EMIT message(tr("%1 was repaired.").arg(name));
+        Q_EMIT message([name] { return tr("%1 was repaired.").arg(name); });
         Q_EMIT recovered(take.record.takePath, result.durationMs);
         return;
     case RepairResult::Outcome::NothingRecoverable:
         next();
-        Q_EMIT message(tr("Nothing had been recorded in %1 yet.").arg(name));
+        Q_EMIT message([name] { return tr("Nothing had been recorded in %1 yet.").arg(name); });
         return;
     case RepairResult::Outcome::Cancelled:
     case RepairResult::Outcome::Failed:
-        m_failure = result.message;
+        m_failure = [reason = result.reason] { return describe(reason); };
         setBusy(false);
         showTexts();
         return;
@@ -145,13 +181,15 @@ void StudioRecoveryBar::handleRepaired(const UnfinishedTake& take, const RepairR
 void StudioRecoveryBar::handleDiscarded(const UnfinishedTake& take, bool done)
 {
     if (!done) {
-        m_failure = tr("It could not be deleted.");
+        m_failure = [] { return tr("It could not be deleted."); };
         setBusy(false);
         showTexts();
         return;
     }
     next();
-    Q_EMIT message(tr("%1 was discarded.").arg(QFileInfo(take.record.takePath).fileName()));
+    Q_EMIT message([name = QFileInfo(take.record.takePath).fileName()] {
+        return tr("%1 was discarded.").arg(name);
+    });
 }
 
 void StudioRecoveryBar::next()
@@ -159,7 +197,7 @@ void StudioRecoveryBar::next()
     if (!m_takes.isEmpty()) {
         m_takes.removeFirst();
     }
-    m_failure.clear();
+    m_failure = {};
     setBusy(false);
     showTexts();
     setVisible(!m_takes.isEmpty());

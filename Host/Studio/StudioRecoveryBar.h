@@ -1,6 +1,7 @@
 #pragma once
 
 #include <KdVBLModel/KdTakeRecovery.h>
+#include <KdWidgets/KdLiveText.h>
 #include <Studio/StudioNoticeBar.h>
 
 #include <QVector>
@@ -26,8 +27,8 @@ public:
 Q_SIGNALS:
     /** The file at that path can be used now. */
     void recovered(const QString& path, qint64 durationMs);
-    /** What became of it, a sentence for the status line. */
-    void message(const QString& text);
+    /** What became of it, for the status line. */
+    void message(const KdLiveText& text);
 
 private:
     void layOut();
@@ -44,7 +45,7 @@ private:
 
     StudioRecovery* m_pRecovery;
     QVector<UnfinishedTake> m_takes;
-    QString m_failure;
+    KdLiveText m_failure; ///< why the first take could not be dealt with; empty: it was not tried
     QProgressBar* m_pProgress;
     KdPushButton* m_pRepair;
     KdPushButton* m_pDiscard;

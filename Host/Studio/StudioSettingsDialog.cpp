@@ -1,6 +1,7 @@
 #include <Studio/StudioSettingsDialog.h>
 
 #include <KdWidgets/KdPushButton.h>
+#include <Studio/StudioScrollPage.h>
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -8,16 +9,34 @@
 namespace {
 
 constexpr int kWidth = 440;
+constexpr int kMargin = 16;
 
 } // namespace
 
-StudioSettingsDialog::StudioSettingsDialog(QWidget* parent)
-    : KdFramelessDialog(parent)
-    , m_pCancel(KdPushButton::CreateSecondaryButton(this, QString(), KdPushButton::Size32))
-    , m_pApply(KdPushButton::CreatePrimaryButton(this, QString(), KdPushButton::Size32))
+StudioSettingsDialog::StudioSettingsDialog(QWidget* parent) : KdFramelessDialog(parent)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setButtonBarVisible(false);
+}
+
+void StudioSettingsDialog::showPage(QWidget* page)
+{
+    page->setContentsMargins(kMargin, 0, kMargin, 0);
+    auto* const body = new QWidget(this);
+    auto* const column = new QVBoxLayout(body);
+    column->setContentsMargins(0, 12, 0, kMargin);
+    column->setSpacing(kMargin);
+    column->addWidget(new StudioScrollPage(page, kWidth, body), 1);
+    // Outside of what scrolls: they stay where they are however low the screen is.
+    column->addLayout(makeButtons());
+    setContentWidget(body);
+}
+
+/** After the page, so that the Tab key reaches them after it. */
+QHBoxLayout* StudioSettingsDialog::makeButtons()
+{
+    m_pCancel = KdPushButton::CreateSecondaryButton(this, QString(), KdPushButton::Size32);
+    m_pApply = KdPushButton::CreatePrimaryButton(this, QString(), KdPushButton::Size32);
     m_pCancel->setObjectName(QStringLiteral("Studio_CancelSettings"));
     m_pApply->setObjectName(QStringLiteral("Studio_ApplySettings"));
     m_pApply->setDefault(true);
@@ -26,23 +45,13 @@ StudioSettingsDialog::StudioSettingsDialog(QWidget* parent)
         keep();
         close();
     });
-}
-
-void StudioSettingsDialog::showPage(QWidget* page)
-{
-    auto* const body = new QWidget(this);
-    body->setFixedWidth(kWidth);
     auto* const buttons = new QHBoxLayout;
+    buttons->setContentsMargins(kMargin, 0, kMargin, 0);
     buttons->setSpacing(8);
     buttons->addStretch(1);
     buttons->addWidget(m_pCancel);
     buttons->addWidget(m_pApply);
-    auto* const column = new QVBoxLayout(body);
-    column->setContentsMargins(16, 12, 16, 16);
-    column->setSpacing(16);
-    column->addWidget(page);
-    column->addLayout(buttons);
-    setContentWidget(body);
+    return buttons;
 }
 
 void StudioSettingsDialog::RetranslateUi()

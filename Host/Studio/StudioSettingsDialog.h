@@ -3,6 +3,7 @@
 #include <KdWidgets/KdFramelessDialog.h>
 
 class KdPushButton;
+class QHBoxLayout;
 
 /** A page of the recorder's settings in a window: "Apply" keeps what it shows, anything else does
  * not. It deletes itself when it is closed. GUI thread. */
@@ -23,6 +24,8 @@ protected:
     virtual void keep() = 0;
 
 private:
-    KdPushButton* m_pCancel;
-    KdPushButton* m_pApply;
+    QHBoxLayout* makeButtons();
+
+    KdPushButton* m_pCancel = nullptr;
+    KdPushButton* m_pApply = nullptr;
 };

@@ -24,7 +24,7 @@ struct StudioTake
     QString fileExportInfo;
     QSize picture; ///< of the moving picture, known once it was looked into; invalid: sound alone
     State state = State::Checking;
-    QString problem; ///< why it is unreadable, a sentence
+    QString problem; ///< why it is unreadable, as probeMedia() said it
 
     /** The file's name without folder and suffix. */
     QString name() const;

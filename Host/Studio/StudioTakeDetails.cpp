@@ -1,6 +1,7 @@
 #include <Studio/StudioTakeDetails.h>
 
 #include <KdWidgets/KdLabel.h>
+#include <Studio/StudioMediaProbe.h>
 #include <Studio/StudioPictureView.h>
 #include <Studio/StudioPlayer.h>
 #include <Studio/StudioTransport.h>
@@ -134,7 +135,7 @@ QString StudioTakeDetails::notice() const
     case StudioTake::State::Missing:
         return tr("The file is no longer there. Put it back and the take can be played again.");
     case StudioTake::State::Unreadable:
-        return tr("The file cannot be read. %1").arg(m_take.problem);
+        return tr("The file cannot be read. %1").arg(mediaProblemText(m_take.problem));
     case StudioTake::State::Checking:
         return tr("Looking into the file\u2026");
     case StudioTake::State::Good:

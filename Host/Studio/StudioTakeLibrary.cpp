@@ -42,8 +42,9 @@ void StudioTakeLibrary::open(const QString& folder)
     Q_EMIT aboutToReset();
     m_takes.clear();
     if (!QDir().mkpath(m_folder)) {
-        Q_EMIT problem(
-            tr("The takes folder \"%1\" cannot be made.").arg(QDir::toNativeSeparators(m_folder)));
+        Q_EMIT problem([folder = QDir::toNativeSeparators(m_folder)] {
+            return tr("The takes folder \"%1\" cannot be made.").arg(folder);
+        });
     }
     load();
     watch();
@@ -179,8 +180,9 @@ void StudioTakeLibrary::putAside()
     QFile::rename(indexPath(), aside);
     KdBaseLog::write(KdBaseLog::Warning, here("StudioTakeLibrary::putAside"),
                      "The take list cannot be read and was put aside as %s", qPrintable(aside));
-    Q_EMIT problem(tr("The list of takes cannot be read; it was put aside as \"%1\".")
-                       .arg(QFileInfo(aside).fileName()));
+    Q_EMIT problem([name = QFileInfo(aside).fileName()] {
+        return tr("The list of takes cannot be read; it was put aside as \"%1\".").arg(name);
+    });
 }
 
 void StudioTakeLibrary::save()
@@ -190,8 +192,9 @@ void StudioTakeLibrary::save()
     }
     KdBaseLog::write(KdBaseLog::Warning, here("StudioTakeLibrary::save"),
                      "The take list %s cannot be written", qPrintable(indexPath()));
-    Q_EMIT problem(
-        tr("The list of takes cannot be saved in \"%1\".").arg(QDir::toNativeSeparators(m_folder)));
+    Q_EMIT problem([folder = QDir::toNativeSeparators(m_folder)] {
+        return tr("The list of takes cannot be saved in \"%1\".").arg(folder);
+    });
 }
 
 void StudioTakeLibrary::watch()

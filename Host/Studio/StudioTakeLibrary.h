@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KdWidgets/KdLiveText.h>
 #include <Studio/StudioTake.h>
 
 #include <QFileSystemWatcher>
@@ -54,8 +55,8 @@ Q_SIGNALS:
     void removed(int row);
     /** A file is there that was not looked into yet. */
     void needsCheck(const QString& path);
-    /** Something went wrong that the user should know; one sentence. */
-    void problem(const QString& text);
+    /** Something went wrong that the user should know. */
+    void problem(const KdLiveText& text);
 
 private:
     void load();

@@ -18,6 +18,11 @@ namespace {
 
 constexpr int kWidth = 352;
 
+QString emptyText()
+{
+    return StudioTakePane::tr("Takes that you record are listed here.");
+}
+
 } // namespace
 
 StudioTakePane::StudioTakePane(StudioTakeModel* model, QWidget* parent)
@@ -124,6 +129,7 @@ void StudioTakePane::showCount()
     const int count = m_pModel->rowCount();
     m_pCount->setText(count == 0 ? QString() : QString::number(count));
     m_pRemove->setEnabled(count > 0);
+    m_pList->setAccessibleDescription(count == 0 ? emptyText() : QString());
     m_pList->viewport()->update();
 }
 
@@ -134,8 +140,7 @@ bool StudioTakePane::eventFilter(QObject* watched, QEvent* event)
         QPainter painter(m_pList->viewport());
         painter.setPen(StudioPaint::skin(KdSkin::TextQuiet));
         painter.drawText(m_pList->viewport()->rect().adjusted(24, 0, -24, -48),
-                         Qt::AlignCenter | Qt::TextWordWrap,
-                         tr("Takes that you record are listed here."));
+                         Qt::AlignCenter | Qt::TextWordWrap, emptyText());
         return true;
     }
     return KdWidget::eventFilter(watched, event);

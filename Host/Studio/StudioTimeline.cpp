@@ -1,6 +1,7 @@
 #include <Studio/StudioTimeline.h>
 
 #include <KdWidgets/KdSkinManager.h>
+#include <Studio/StudioAccessibility.h>
 #include <Studio/StudioPaint.h>
 
 #include <QMouseEvent>
@@ -32,6 +33,11 @@ double paintFirstPicture(QPainter& painter, const QRectF& clip, const QImage& pi
     return kPictureWidth;
 }
 
+QString emptyText()
+{
+    return StudioTimeline::tr("Takes line up here");
+}
+
 } // namespace
 
 QVector<StudioClip> layOutClips(const QVector<StudioTake>& takes, double framesPerSecond)
@@ -55,13 +61,21 @@ qint64 endOfClips(const QVector<StudioClip>& clips)
     return clips.isEmpty() ? 0 : clips.constLast().start + clips.constLast().frames;
 }
 
-StudioTimeline::StudioTimeline(QWidget* parent) : QWidget(parent)
+StudioTimeline::StudioTimeline(QWidget* parent) : KdWidget(parent)
 {
+    StudioAccessibility::install();
     setObjectName(QStringLiteral("Studio_Timeline"));
-    setAccessibleName(tr("Timeline"));
     setFixedHeight(kRulerHeight + kTrackHeight + 2 * 8);
     connect(KdSkin::KdSkinManager::instance(), &KdSkin::KdSkinManager::skinChanged, this,
             [this] { update(); });
+    StudioTimeline::RetranslateUi();
+}
+
+void StudioTimeline::RetranslateUi()
+{
+    setAccessibleName(tr("Timeline"));
+    setAccessibleDescription(m_clips.isEmpty() ? emptyText() : QString());
+    update();
 }
 
 void StudioTimeline::setFrameRate(double framesPerSecond)
@@ -73,7 +87,7 @@ void StudioTimeline::setFrameRate(double framesPerSecond)
 void StudioTimeline::setClips(const QVector<StudioClip>& clips)
 {
     m_clips = clips;
-    update();
+    RetranslateUi();
 }
 
 void StudioTimeline::setCurrentClip(const QString& path)
@@ -169,7 +183,7 @@ void StudioTimeline::paintEvent(QPaintEvent*)
         paintRecording(painter);
     } else if (m_clips.isEmpty()) {
         painter.setPen(StudioPaint::skin(KdSkin::TextQuiet));
-        painter.drawText(track(), Qt::AlignCenter, tr("Takes line up here"));
+        painter.drawText(track(), Qt::AlignCenter, emptyText());
     }
     paintPlayhead(painter);
 }

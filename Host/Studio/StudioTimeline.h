@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KdWidgets/KdWidget.h>
 #include <Studio/StudioPeaks.h>
 #include <Studio/StudioTake.h>
 #include <Studio/StudioTimecode.h>
@@ -7,7 +8,6 @@
 #include <QImage>
 #include <QString>
 #include <QVector>
-#include <QWidget>
 
 /** A take on the timeline. */
 struct StudioClip
@@ -30,7 +30,7 @@ qint64 endOfClips(const QVector<StudioClip>& clips);
  * A strip with one track, a ruler and a playhead, all in project frames. A take that is being
  * recorded grows behind the last clip with the playhead at its end.
  */
-class StudioTimeline : public QWidget
+class StudioTimeline : public KdWidget
 {
     Q_OBJECT
 
@@ -57,6 +57,7 @@ public:
 
     StudioTimelineScale scale() const;
     QSize sizeHint() const override;
+    void RetranslateUi() override;
 
 Q_SIGNALS:
     void clipClicked(const QString& path);

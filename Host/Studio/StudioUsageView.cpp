@@ -4,12 +4,19 @@
 #include <KdWidgets/KdSkinManager.h>
 #include <Studio/StudioPaint.h>
 
+#include <QEvent>
 #include <QPainter>
 
 namespace {
 
 /** The log has no signal; once a second is soon enough for people. */
 constexpr int kRefreshMs = 1000;
+
+QString emptyText()
+{
+    return StudioUsageView::tr(
+        "What is used in the recorder appears here. It stays on this machine.");
+}
 
 } // namespace
 
@@ -25,10 +32,25 @@ QString describeUsageEvent(const KdTrackEventRecord& event)
 StudioUsageView::StudioUsageView(QWidget* parent) : QListWidget(parent)
 {
     setObjectName(QStringLiteral("Studio_UsageList"));
-    setAccessibleName(tr("Usage events"));
     setUniformItemSizes(true);
     m_refresh.setInterval(kRefreshMs);
     connect(&m_refresh, &QTimer::timeout, this, &StudioUsageView::refresh);
+    retranslate();
+}
+
+void StudioUsageView::retranslate()
+{
+    setAccessibleName(tr("Usage events"));
+    setAccessibleDescription(count() == 0 ? emptyText() : QString());
+    viewport()->update();
+}
+
+void StudioUsageView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+    }
+    QListWidget::changeEvent(event);
 }
 
 void StudioUsageView::refresh()
@@ -44,6 +66,7 @@ void StudioUsageView::refresh()
     m_lines = lines;
     clear();
     addItems(m_lines);
+    retranslate();
     scrollToBottom();
 }
 
@@ -66,8 +89,7 @@ void StudioUsageView::paintEvent(QPaintEvent* event)
     if (count() == 0) {
         QPainter painter(viewport());
         painter.setPen(StudioPaint::skin(KdSkin::TextQuiet));
-        painter.drawText(
-            viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
-            tr("What is used in the recorder appears here. It stays on this machine."));
+        painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16),
+                         Qt::AlignCenter | Qt::TextWordWrap, emptyText());
     }
 }

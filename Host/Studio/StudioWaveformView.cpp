@@ -1,6 +1,7 @@
 #include <Studio/StudioWaveformView.h>
 
 #include <KdWidgets/KdSkinManager.h>
+#include <Studio/StudioAccessibility.h>
 #include <Studio/StudioPaint.h>
 
 #include <QKeyEvent>
@@ -11,7 +12,6 @@
 
 namespace {
 
-constexpr qint64 kKeyStepMs = 1000;
 constexpr int kPadding = 12;
 constexpr int kFlatHeight = 56;
 constexpr int kLeastHeight = 96;
@@ -20,14 +20,20 @@ constexpr double kRadius = 6.0;
 
 } // namespace
 
-StudioWaveformView::StudioWaveformView(QWidget* parent) : QWidget(parent)
+StudioWaveformView::StudioWaveformView(QWidget* parent) : KdWidget(parent)
 {
+    StudioAccessibility::install();
     setObjectName(QStringLiteral("Studio_Waveform"));
-    setAccessibleName(tr("Waveform"));
     setFocusPolicy(Qt::StrongFocus);
     setFlat(false);
     connect(KdSkin::KdSkinManager::instance(), &KdSkin::KdSkinManager::skinChanged, this,
             [this] { update(); });
+    StudioWaveformView::RetranslateUi();
+}
+
+void StudioWaveformView::RetranslateUi()
+{
+    setAccessibleName(tr("Waveform"));
 }
 
 void StudioWaveformView::setPeaks(const StudioPeaks& peaks)
@@ -39,6 +45,7 @@ void StudioWaveformView::setPeaks(const StudioPeaks& peaks)
 void StudioWaveformView::setNotice(const QString& text)
 {
     m_notice = text;
+    setAccessibleDescription(text);
     update();
 }
 
@@ -107,8 +114,14 @@ void StudioWaveformView::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
         return;
     }
-    const qint64 target = m_position + (back ? -kKeyStepMs : kKeyStepMs);
-    Q_EMIT seekRequested(std::clamp<qint64>(target, 0, m_duration));
+    seek(m_position + (back ? -kKeyStepMs : kKeyStepMs));
+}
+
+void StudioWaveformView::seek(qint64 milliseconds)
+{
+    if (canSeek()) {
+        Q_EMIT seekRequested(std::clamp<qint64>(milliseconds, 0, m_duration));
+    }
 }
 
 void StudioWaveformView::paintEvent(QPaintEvent*)

@@ -1,16 +1,18 @@
 #pragma once
 
+#include <KdWidgets/KdWidget.h>
 #include <Studio/StudioPeaks.h>
-
-#include <QWidget>
 
 /** The waveform of one take with the place that is being played. A click, or an arrow key, asks to
  * go elsewhere. */
-class StudioWaveformView : public QWidget
+class StudioWaveformView : public KdWidget
 {
     Q_OBJECT
 
 public:
+    /** How far an arrow key goes. */
+    static constexpr qint64 kKeyStepMs = 1000;
+
     explicit StudioWaveformView(QWidget* parent = nullptr);
 
     void setPeaks(const StudioPeaks& peaks);
@@ -22,6 +24,11 @@ public:
     /** Clamped to the duration. */
     void setPosition(qint64 milliseconds);
     qint64 position() const { return m_position; }
+    qint64 duration() const { return m_duration; }
+    /** Asks to go there, as a click does; clamped, without effect while there is nothing to play.
+     */
+    void seek(qint64 milliseconds);
+    void RetranslateUi() override;
     QSize sizeHint() const override;
 
 Q_SIGNALS:

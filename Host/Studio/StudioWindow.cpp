@@ -9,6 +9,7 @@
 #include <Studio/StudioHeader.h>
 #include <Studio/StudioImporter.h>
 #include <Studio/StudioLanguages.h>
+#include <Studio/StudioMediaProbe.h>
 #include <Studio/StudioNoticeBar.h>
 #include <Studio/StudioPlayer.h>
 #include <Studio/StudioRecovery.h>
@@ -26,10 +27,12 @@
 #include <Studio/StudioVoiceOverSession.h>
 #include <Studio/StudioWebcamSession.h>
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -37,6 +40,9 @@
 namespace {
 
 constexpr int kAbovePage = 16;
+constexpr QSize kSize(1120, 760);
+/** Of the window system, about. */
+constexpr QSize kFrame(16, 48);
 
 QString absolute(const QString& folder)
 {
@@ -110,15 +116,16 @@ void StudioWindow::buildBars()
 QWidget* StudioWindow::makeBody()
 {
     auto* const body = new QWidget(this);
+    // In the order of reading, which is that of the Tab key: the tabs before what they show.
     m_pTakes = new StudioTakePane(m_pModel, body);
+    m_pTabs = new QTabWidget(body);
+    m_pTabs->setObjectName(QStringLiteral("Studio_Tabs"));
     m_pEmpty = new StudioEmptyState(body);
     m_pDetails = new StudioTakeDetails(m_pPlayer, body);
     m_pPages = new QStackedWidget(body);
     m_pPages->addWidget(m_pEmpty);
     m_pPages->addWidget(m_pDetails);
     m_pUsage = new StudioUsageView(body);
-    m_pTabs = new QTabWidget(body);
-    m_pTabs->setObjectName(QStringLiteral("Studio_Tabs"));
     // Not by the skin: what a pane keeps free is missing in the least size that the tabs ask for.
     m_pPages->setContentsMargins(0, kAbovePage, 0, 0);
     m_pUsage->setContentsMargins(0, kAbovePage, 0, 0);
@@ -164,14 +171,14 @@ void StudioWindow::layOut()
     column->addWidget(m_pStatus);
     setCentralWidget(central);
     central->setFocus(); // no control looks chosen before the user chooses one
-    resize(1120, 760);
+    resize(kSize.boundedTo(screen()->availableGeometry().size() - kFrame));
 }
 
 void StudioWindow::connectTakes()
 {
     m_timelineRefresh.setSingleShot(true);
     connect(&m_timelineRefresh, &QTimer::timeout, this, &StudioWindow::showTimeline);
-    connect(m_pLibrary, &StudioTakeLibrary::problem, this, &StudioWindow::showStatus);
+    connect(m_pLibrary, &StudioTakeLibrary::problem, this, &StudioWindow::tell);
     connect(m_pLibrary, &StudioTakeLibrary::changed, this, &StudioWindow::refreshTake);
     connect(m_pLibrary, &StudioTakeLibrary::reset, this, [this] { showTake(-1); });
     for (const auto change :
@@ -200,16 +207,19 @@ void StudioWindow::connectTakes()
         showTake(m_pTakes->currentRow());
     });
     connect(m_pImporter, &StudioImporter::imported, this, [this](const QString& path) {
-        showStatus(tr("%1 was added.").arg(QFileInfo(path).fileName()));
+        tell([name = QFileInfo(path).fileName()] { return tr("%1 was added.").arg(name); });
         chooseTake(path);
     });
-    connect(m_pImporter, &StudioImporter::skipped, this,
-            [this] { showStatus(tr("The recording was not kept; there is nothing to add.")); });
+    connect(m_pImporter, &StudioImporter::skipped, this, [this] {
+        tell([] { return tr("The recording was not kept; there is nothing to add."); });
+    });
     connect(m_pImporter, &StudioImporter::failed, this,
             [this](const QString& path, const QString& why) {
-                showStatus(tr("%1 was not added. %2").arg(QFileInfo(path).fileName(), why));
+                tell([name = QFileInfo(path).fileName(), why] {
+                    return tr("%1 was not added. %2").arg(name, mediaProblemText(why));
+                });
             });
-    connect(m_pRecoveryBar, &StudioRecoveryBar::message, this, &StudioWindow::showStatus);
+    connect(m_pRecoveryBar, &StudioRecoveryBar::message, this, &StudioWindow::tell);
     connect(m_pRecoveryBar, &StudioRecoveryBar::recovered, m_pImporter,
             [this](const QString& path) { m_pImporter->import(path, QString(), QString()); });
 }
@@ -242,7 +252,7 @@ void StudioWindow::connectRecorder(StudioRecordSession* session)
     using Session = StudioRecordSession;
     connect(session, &Session::takeStarted, this, &StudioWindow::beginTake);
     connect(session, &Session::takeStartFailed, this,
-            [this] { showStatus(tr("The recording could not begin.")); });
+            [this] { tell([] { return tr("The recording could not begin."); }); });
     connect(session, &Session::takeRuns, this, [this](qint64 frames) {
         m_pTimeline->setRecordedFrames(frames);
         m_pTimecode->setText(
@@ -266,8 +276,9 @@ void StudioWindow::connectPlayer()
 {
     connect(m_pTakes, &StudioTakePane::activated, m_pPlayer, &StudioPlayer::play);
     connect(m_pPlayer, &StudioPlayer::positionChanged, this, &StudioWindow::showPlayPosition);
-    connect(m_pPlayer, &StudioPlayer::failed, this,
-            [this](const QString& why) { showStatus(tr("Playing is not possible. %1").arg(why)); });
+    connect(m_pPlayer, &StudioPlayer::failed, this, [this](const KdLiveText& why) {
+        tell([why] { return tr("Playing is not possible. %1").arg(why.now()); });
+    });
     connect(m_pTimeline, &StudioTimeline::clipClicked, this, &StudioWindow::chooseTake);
 }
 
@@ -278,7 +289,9 @@ void StudioWindow::openTakes()
     folders.append(captureFolder());
     folders.removeDuplicates();
     m_pRecovery->find(folders);
-    showStatus(tr("Takes are kept in %1").arg(QDir::toNativeSeparators(m_pLibrary->folder())));
+    tell([folder = QDir::toNativeSeparators(m_pLibrary->folder())] {
+        return tr("Takes are kept in %1").arg(folder);
+    });
 }
 
 void StudioWindow::openVoiceFolder()
@@ -306,9 +319,17 @@ QString StudioWindow::statusText() const
     return m_pStatus->text();
 }
 
-void StudioWindow::showStatus(const QString& text)
+void StudioWindow::tell(const KdLiveText& news)
 {
-    m_pStatus->setText(text.simplified());
+    m_status = news;
+    showStatus();
+    QAccessibleEvent alert(m_pStatus, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void StudioWindow::showStatus()
+{
+    m_pStatus->setText(m_status.now().simplified());
 }
 
 void StudioWindow::showTake(int row)
@@ -372,7 +393,7 @@ void StudioWindow::setLocked(bool locked)
 void StudioWindow::beginTake()
 {
     m_pTimeline->beginRecording();
-    showStatus(tr("Recording\u2026"));
+    tell([] { return tr("Recording\u2026"); });
 }
 
 void StudioWindow::endTake(const QString& path, const QString& fileInfo,
@@ -392,6 +413,7 @@ void StudioWindow::retranslate()
     m_pLockBar->setTexts(tr("The recorder is at work"),
                          tr("The project is locked until the take is over."));
     readFrameRate();
+    showStatus();
 }
 
 void StudioWindow::changeEvent(QEvent* event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <KdWidgets/KdLiveText.h>
 #include <Studio/StudioTake.h>
 
 #include <QMainWindow>
@@ -78,7 +79,9 @@ private:
     /** Opens one of the recorders, or shows the one that is open. */
     void record(StudioRecordSession* wanted);
     void openVoiceFolder();
-    void showStatus(const QString& text);
+    /** Says what has happened, also to assistive technology. */
+    void tell(const KdLiveText& news);
+    void showStatus();
     void showTake(int row);
     /** Once, however often it is asked for within one event. */
     void refreshTimeline();
@@ -116,5 +119,6 @@ private:
     KdLabel* m_pTimecode = nullptr;
     KdLabel* m_pFrameRate = nullptr;
     KdLabel* m_pStatus = nullptr;
+    KdLiveText m_status;
     QTimer m_timelineRefresh;
 };

@@ -150,7 +150,9 @@ void KAudioSettings::refreshBitrate()
     const int last = combo->itemData(combo->count() - 1).toInt();
     if (previous >= 1 && previous > last) {
         combo->setCurrentIndex(combo->count() - 1);
-        popTips(tr("CBR mode is on. We've automatically applied the optimal settings for you."));
+        popTips([] {
+            return tr("CBR mode is on. We've automatically applied the optimal settings for you.");
+        });
     }
 }
 
@@ -168,7 +170,7 @@ void KAudioSettings::offerBitrates(int limit)
     }
 }
 
-void KAudioSettings::popTips(const QString& text)
+void KAudioSettings::popTips(const KdLiveText& text)
 {
     QWidget* const anchor = parentWidget() ? parentWidget() : this;
     const QPixmap success =

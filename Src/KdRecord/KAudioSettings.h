@@ -7,6 +7,7 @@
 class KAudioRecordPreviewWidget;
 class KComboboxExt;
 class KdLabel;
+class KdLiveText;
 
 /**
  * The page of advanced audio settings: encoder, channels, sample rate, bit rate and bit-rate mode
@@ -54,7 +55,7 @@ private:
     void connectLimitingRow(KComboboxExt* row);
     void refreshBitrate();
     void offerBitrates(int limit);
-    void popTips(const QString& text);
+    void popTips(const KdLiveText& text);
 
     KdLabel* m_pTitle = nullptr;
     KComboboxExt* m_pEncoder = nullptr;

@@ -138,7 +138,7 @@ void KComboboxExt::onNeedShowTips(QPoint arrowTarget)
     if (m_pTip->isVisible()) {
         return;
     }
-    m_pTip->setText(m_sTip);
+    m_pTip->setText([this] { return m_sTip; });
     m_pTip->transToArrowPos(arrowTarget);
     m_pTip->OnShow(TipScreenMargin);
 }

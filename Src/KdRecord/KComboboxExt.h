@@ -31,8 +31,8 @@ public:
     /** @param title above the combo box, and its name for assistive tools. */
     void setTitle(const QString& title);
     /**
-     * @param tip the explanation, as plain text; taken when it is shown next. Assistive tools find
-     * it at the combo box.
+     * @param tip the explanation, as plain text; taken when it is shown next or the language
+     * changes. Assistive tools find it at the combo box.
      */
     void setQuestionTip(const QString& tip);
     /**

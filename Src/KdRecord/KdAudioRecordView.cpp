@@ -99,6 +99,9 @@ void KdAudioRecordView::connectPanel()
     connect(m_pPanel, &Panel::sigStartRecordBtnClick, this, &View::sigStartRecordBtnClick);
     connect(m_pPanel, &Panel::sigCaptureDoing, this, &View::sigCaptureDoing);
     connect(m_pPanel, &Panel::sigMute, this, &View::sigMute);
+    // Queued: the status changes after the signal.
+    connect(m_pPanel, &Panel::sigPause, this, &View::updateTrayMenu, Qt::QueuedConnection);
+    connect(m_pPanel, &Panel::sigResume, this, &View::updateTrayMenu, Qt::QueuedConnection);
     connect(m_pPanel, &Panel::sigPause, this, &View::sigPause);
     connect(m_pPanel, &Panel::sigResume, this, &View::sigResume);
 }

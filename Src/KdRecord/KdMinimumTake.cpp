@@ -39,5 +39,6 @@ bool KdMinimumTake::isTooShort() const
 
 void KdMinimumTake::tellTooShort(QWidget* parent)
 {
-    KOldMessageDialog::Infomation(tr("The recording is too short. Data cannot be saved."), parent);
+    KOldMessageDialog::Infomation(
+        [] { return tr("The recording is too short. Data cannot be saved."); }, parent);
 }

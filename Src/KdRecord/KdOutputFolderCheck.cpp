@@ -36,9 +36,11 @@ bool KdOutputFolderCheck::mayRecordInto(const QString& folder, QWidget* parent) 
         tellNoPermission(parent);
         return false;
     case LowSpace: {
-        const QString question = tr("There is only %1MB space in the specified output directory, "
-                                    "Would you choose another directory?")
-                                     .arg(m_freeMegabytes(folder));
+        const auto question = [free = m_freeMegabytes(folder)] {
+            return tr("There is only %1MB space in the specified output directory, Would you "
+                      "choose another directory?")
+                .arg(free);
+        };
         return KOldMessageDialog::Question_YesNo(question, parent) == QDialogButtonBox::No;
     }
     case Usable:
@@ -50,7 +52,9 @@ bool KdOutputFolderCheck::mayRecordInto(const QString& folder, QWidget* parent) 
 void KdOutputFolderCheck::tellNoPermission(QWidget* parent)
 {
     KOldMessageDialog::Infomation(
-        tr("Please check whether you have permission to write or read on the path, or choose other "
-           "path to create."),
+        [] {
+            return tr("Please check whether you have permission to write or read on the path, or "
+                      "choose other path to create.");
+        },
         parent);
 }

@@ -28,6 +28,20 @@ QString shownName(const QString& name)
     return line.size() > kLongestShownName ? line.left(kLongestShownName) + QChar(0x2026) : line;
 }
 
+/** A line for each device that was lost. */
+QString lossText(const std::optional<QString>& camera, const std::optional<QString>& microphone)
+{
+    QStringList lines;
+    if (camera) {
+        lines.append(KdRecordNotices::tr("The Camera %1 is lost.").arg(shownName(*camera)));
+    }
+    if (microphone) {
+        lines.append(
+            KdRecordNotices::tr("Audio device %1 connection lost.").arg(shownName(*microphone)));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 /** An open list would lie over the message and have the keyboard. */
 void closePopup(const QWidget* panel)
 {
@@ -76,7 +90,7 @@ int KdRecordNotices::runModal(const std::function<int()>& modal)
     return modal();
 }
 
-void KdRecordNotices::inform(const QString& text)
+void KdRecordNotices::inform(const KdLiveText& text)
 {
     const MessageScope scope(*this);
     KOldMessageDialog::Infomation(text, m_pPanel);
@@ -84,12 +98,12 @@ void KdRecordNotices::inform(const QString& text)
 
 void KdRecordNotices::tellNoDevice()
 {
-    inform(tr("No Device"));
+    inform([] { return tr("No Device"); });
 }
 
 void KdRecordNotices::tellStartFailed()
 {
-    inform(tr("Unable to record due to an issue with the device."));
+    inform([] { return tr("Unable to record due to an issue with the device."); });
 }
 
 void KdRecordNotices::tellTooShort()
@@ -115,29 +129,26 @@ void KdRecordNotices::tellDeviceLost(const QString& name)
 
 void KdRecordNotices::tellDiskFull()
 {
-    inform(tr("The recording has ended because the disk is full. What was recorded until then has "
-              "been saved."));
+    inform([] {
+        return tr("The recording has ended because the disk is full. What was recorded until then "
+                  "has been saved.");
+    });
 }
 
 void KdRecordNotices::tellDevicesLost(const std::optional<QString>& camera,
                                       const std::optional<QString>& microphone)
 {
-    QStringList lines;
-    if (camera) {
-        lines.append(tr("The Camera %1 is lost.").arg(shownName(*camera)));
-    }
-    if (microphone) {
-        lines.append(tr("Audio device %1 connection lost.").arg(shownName(*microphone)));
-    }
-    if (!lines.isEmpty()) {
-        inform(lines.join(QLatin1Char('\n')));
+    if (camera || microphone) {
+        inform([camera, microphone] { return lossText(camera, microphone); });
     }
 }
 
 void KdRecordNotices::tellWebcamOccupied()
 {
-    inform(tr("Webcam is being used by another application, please close other application and "
-              "try again."));
+    inform([] {
+        return tr("Webcam is being used by another application, please close other application "
+                  "and try again.");
+    });
 }
 
 void KdRecordNotices::showPaused(bool isPaused)
@@ -148,7 +159,7 @@ void KdRecordNotices::showPaused(bool isPaused)
     if (isPaused) {
         const QString icon = QStringLiteral(":/Resource/icon24_toast_info.png");
         m_pPaused = KdToast::showToast(
-            m_pPanel, tr("Recording is paused. Click Resume to continue recording."),
+            m_pPanel, [] { return tr("Recording is paused. Click Resume to continue recording."); },
             KdScreenPixmap::load(icon, m_pPanel->devicePixelRatioF()), kToastBottomMargin);
     }
 }
@@ -157,7 +168,7 @@ void KdRecordNotices::showAdded(const QWidget* button)
 {
     auto* const tip = KdTipWidget::creatTipWidget(
         KdTipWidget::InfoTip, KdTipWidget::ArrowUp, m_pPanel,
-        tr("Your audio has been added to the timeline and media library."), 0);
+        [] { return tr("Your audio has been added to the timeline and media library."); }, 0);
     tip->setAttribute(Qt::WA_DeleteOnClose);
     tip->transToArrowPos(button->mapToGlobal(QPoint(0, button->height() + kTipBelowButton)));
     tip->OnShow(kTipScreenMargin);
@@ -168,9 +179,12 @@ void KdRecordNotices::askReRecord(QWidget* anchor, const std::function<void()>& 
     if (m_pReRecord) {
         return;
     }
-    const KdPopovers::ConfirmTexts texts{tr("Re-recording will overwrite the already recorded "
-                                            "content, are you sure?"),
-                                         tr("Cancel"), tr("Re-record")};
+    const KdPopovers::ConfirmTexts texts{[] {
+                                             return tr("Re-recording will overwrite the already "
+                                                       "recorded content, are you sure?");
+                                         },
+                                         [] { return tr("Cancel"); },
+                                         [] { return tr("Re-record"); }};
     m_pReRecord = KdPopovers::showConfirm(anchor, texts, [confirmed](bool isConfirmed) {
         if (isConfirmed) {
             confirmed();

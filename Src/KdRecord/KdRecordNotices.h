@@ -7,15 +7,16 @@
 #include <functional>
 #include <optional>
 
+class KdLiveText;
 class KdPopovers;
 class KdToast;
 class QWidget;
 
 /**
- * What a recording panel has to say to its user: messages, questions, toasts and tips. An open list
- * of the panel is closed before a message. It belongs to the panel and goes with it, also from
- * inside a message: these run nested event loops, and whoever calls one must look whether the panel
- * still exists. GUI thread.
+ * What a recording panel has to say to its user: messages, questions, toasts and tips, which follow
+ * the language while they are open. An open list of the panel is closed before a message. It
+ * belongs to the panel and goes with it, also from inside a message: these run nested event loops,
+ * and whoever calls one must look whether the panel still exists. GUI thread.
  */
 class KdRecordNotices
 {
@@ -56,7 +57,7 @@ public:
 
 private:
     class MessageScope;
-    void inform(const QString& text);
+    void inform(const KdLiveText& text);
 
     QWidget* const m_pPanel;
     QPointer<KdToast> m_pPaused;

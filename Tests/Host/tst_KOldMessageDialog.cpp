@@ -3,6 +3,7 @@
 #include <KdWidgets/KdTitleBar.h>
 #include <Support/DialogDriver.h>
 #include <Support/KdTestCase.h>
+#include <Support/PseudoTranslator.h>
 #include <Support/WidgetLooks.h>
 #include <Support/WindowAnswers.h>
 
@@ -56,6 +57,8 @@ private Q_SLOTS:
     void endsSafelyWhenItsParentIsDestroyed();
     void worksWithoutAParent();
     void readsToAssistiveTechnology();
+    void followsTheLanguage();
+    void followsTheLanguageWhereItIsScrolled();
 
 private:
     std::unique_ptr<QWidget> m_parent;
@@ -324,6 +327,60 @@ void tst_KOldMessageDialog::readsToAssistiveTechnology()
         dialog.close();
     });
     KOldMessageDialog::Infomation(QStringLiteral("No Device"), m_parent.get());
+}
+
+void tst_KOldMessageDialog::followsTheLanguage()
+{
+    WindowAnswers answers;
+    answers.handle(kDialog, [](QWidget& dialog) {
+        const auto shown = [&dialog] {
+            return QStringList{dialog.windowTitle(), dialog.accessibleDescription(),
+                               qobject_cast<KOldMessageDialog*>(&dialog)->text(),
+                               button(dialog, "Yes")->text(), button(dialog, "No")->text()};
+        };
+        const QString question = QStringLiteral("Overwrite <b>%1</b>?");
+        const QStringList plain{QStringLiteral("Mind"), question, question, QStringLiteral("Yes"),
+                                QStringLiteral("No")};
+        QCOMPARE(shown(), plain);
+        const QSize size = dialog.size();
+        const QWidget* const focus = dialog.focusWidget();
+        {
+            const PseudoTranslator pseudo;
+            QTRY_VERIFY(shown() != plain);
+            const QStringList texts = shown();
+            for (const QString& text : texts) {
+                QCOMPARE(PseudoTranslator::untranslatedPart(text), QString());
+            }
+            QCOMPARE(dialog.focusWidget(), focus);
+        }
+        QTRY_COMPARE(shown(), plain);
+        QTRY_COMPARE(dialog.size(), size);
+        dialog.close();
+    });
+    KOldMessageDialog::Question_YesNo([] { return tr("Overwrite <b>%1</b>?"); }, m_parent.get(),
+                                      QDialogButtonBox::No, [] { return tr("Mind"); });
+}
+
+void tst_KOldMessageDialog::followsTheLanguageWhereItIsScrolled()
+{
+    int lines = 100;
+    WindowAnswers answers;
+    answers.handle(kDialog, [&lines](QWidget& dialog) {
+        const auto* const area = dialog.findChild<QScrollArea*>();
+        const int height = area->height();
+        lines = 3;
+        const PseudoTranslator pseudo;
+        QTRY_VERIFY(area->height() < height);
+        QCOMPARE(area->verticalScrollBar()->maximum(), 0);
+        QTRY_VERIFY(dialog.height() < height);
+        lines = 200;
+        const PseudoTranslator again;
+        QTRY_COMPARE(area->height(), height);
+        QVERIFY(area->verticalScrollBar()->maximum() > 0);
+        DialogDriver::click(*button(dialog, "Ok"));
+    });
+    KOldMessageDialog::Infomation([&lines] { return QStringLiteral("line\n").repeated(lines); },
+                                  m_parent.get());
 }
 
 int main(int argc, char** argv)

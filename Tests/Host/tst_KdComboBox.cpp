@@ -37,6 +37,7 @@ private Q_SLOTS:
     void widthDoesNotFollowTheTexts();
     void keyboardFocusIsVisible();
     void mayBeDestroyedWhileItsListIsOpen();
+    void openListHasTheNameOfItsBox();
 
 private:
     QWidget* list() { return m_combo->view()->window(); }
@@ -174,7 +175,9 @@ void tst_KdComboBox::hiddenRowsAreKnown()
     m_combo->setRowHidden(0, true);
     QVERIFY(m_combo->isRowHidden(0));
     QVERIFY(!m_combo->isRowHidden(1));
+    QVERIFY2(!m_combo->findChild<QAbstractItemView*>(), "The list is made for nothing");
     open();
+    QVERIFY(m_combo->isRowHidden(0));
     const QModelIndex first = m_combo->model()->index(0, 0);
     QVERIFY(m_combo->view()->visualRect(first).isEmpty());
     m_combo->hidePopup();
@@ -295,6 +298,17 @@ void tst_KdComboBox::mayBeDestroyedWhileItsListIsOpen()
     const QPointer<QWidget> popup(list());
     delete m_combo;
     QVERIFY(!popup);
+}
+
+void tst_KdComboBox::openListHasTheNameOfItsBox()
+{
+    m_combo->setAccessibleName(QStringLiteral("Microphone"));
+    open();
+    QCOMPARE(m_combo->view()->accessibleName(), QStringLiteral("Microphone"));
+    m_combo->setAccessibleName(QStringLiteral("Mikrofon"));
+    const WidgetLooks::Brackets brackets;
+    QTRY_COMPARE(m_combo->view()->accessibleName(), QStringLiteral("Mikrofon"));
+    m_combo->hidePopup();
 }
 
 int main(int argc, char** argv)

@@ -1,6 +1,7 @@
 #include <KdVBLModel/KdDeviceRegistry.h>
 #include <KdVBLModel/KdGst.h>
 
+#include <Support/Command.h>
 #include <Support/KdTestCase.h>
 #include <Support/VirtualCamera.h>
 #include <Support/VirtualMicrophone.h>
@@ -14,6 +15,7 @@ using namespace KdVBLMODEL;
 namespace {
 
 constexpr std::chrono::seconds kPatience{10};
+constexpr char kEndAtOnce[] = "--end-at-once";
 
 class Listener : public IKdDeviceListener
 {
@@ -58,6 +60,16 @@ QStringList names(_KdDevType kind = kdtMicrophone)
     return names;
 }
 
+/** A program of its own, which ends when the first list is complete. */
+int endAtOnce(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const auto kind = static_cast<_KdDevType>(QCoreApplication::arguments().value(2).toInt());
+    const bool isListed = KdDeviceRegistry::instance().waitUntilListed(kind, kPatience);
+    return isListed && !KdDeviceRegistry::instance().devices(kind).isEmpty() ? EXIT_SUCCESS
+                                                                             : EXIT_FAILURE;
+}
+
 } // namespace
 
 class tst_KdDeviceRegistry : public KdTestCase
@@ -76,14 +88,17 @@ private Q_SLOTS:
     void aCameraSaysWhatItCanGive();
     void aMicrophoneIsNotAmongTheCamerasNorTheOtherWayRound();
     void manyCamerasThatComeAndGoEndInTheRightList();
+    void aProgramMayEndWhileItsDevicesAreStillTold_data();
+    void aProgramMayEndWhileItsDevicesAreStillTold();
 };
 
 void tst_KdDeviceRegistry::initTestCase()
 {
     QElapsedTimer timer;
     timer.start();
-    KdDeviceRegistry::instance().start(kdtMicrophone);
+    KdDeviceRegistry::instance().start(kdtMicrophone, std::chrono::hours(1));
     QVERIFY2(timer.elapsed() < 100, qPrintable(QString::number(timer.elapsed())));
+    // Whoever waits does not wait for the delay.
     QVERIFY(KdDeviceRegistry::instance().waitUntilListed(kdtMicrophone, kPatience));
     QVERIFY(names().isEmpty());
 }
@@ -228,8 +243,33 @@ void tst_KdDeviceRegistry::manyCamerasThatComeAndGoEndInTheRightList()
              QStringList({QStringLiteral("Camera"), QStringLiteral("Camera (2)")}));
 }
 
+void tst_KdDeviceRegistry::aProgramMayEndWhileItsDevicesAreStillTold_data()
+{
+    QTest::addColumn<QString>("kind");
+
+    QTest::newRow("microphones") << QString::number(kdtMicrophone);
+    QTest::newRow("cameras") << QString::number(kdtWebcam);
+}
+
+void tst_KdDeviceRegistry::aProgramMayEndWhileItsDevicesAreStillTold()
+{
+    QFETCH(QString, kind);
+    VirtualMicrophone microphone;
+    VirtualCamera camera;
+    QVERIFY(microphone.plug() && camera.plug());
+    constexpr int kRounds = 10;
+    for (int round = 0; round < kRounds; ++round) {
+        const auto ended = Command::run(QCoreApplication::applicationFilePath(),
+                                        {QLatin1String(kEndAtOnce), kind});
+        QVERIFY2(ended.ok, ended.errors.constData());
+    }
+}
+
 int main(int argc, char** argv)
 {
+    if (argc > 1 && qstrcmp(argv[1], kEndAtOnce) == 0) {
+        return endAtOnce(argc, argv);
+    }
     return KdTest::run<tst_KdDeviceRegistry>(argc, argv);
 }
 

@@ -1,4 +1,5 @@
 #include <KdWidgets/KdIcon.h>
+#include <KdWidgets/KdSkinManager.h>
 #include <Support/KdTestCase.h>
 
 #include <QFile>
@@ -16,6 +17,10 @@ private Q_SLOTS:
     void unreadableFilesAreNull_data();
     void unreadableFilesAreNull();
     void naturalSizeIsTheDrawings();
+    void denserImageIsReducedEvenly_data();
+    void denserImageIsReducedEvenly();
+    void imageThatIsNotDenserStaysAsItIs();
+    void iconOfAResourceIsMadeOnce();
 
 private:
     QString writeDrawing(const QString& name, const QByteArray& content, int width, int height);
@@ -126,6 +131,61 @@ void tst_KdIcon::naturalSizeIsTheDrawings()
     QCOMPARE(KdIcon::naturalSize(writeDrawing(QStringLiteral("a.svg"), "<g/>", 36, 24)),
              QSize(36, 24));
     QVERIFY(KdIcon::pixmap(temporaryPath(QStringLiteral("a.svg")), QSize(), 1.0).isNull());
+}
+
+void tst_KdIcon::denserImageIsReducedEvenly_data()
+{
+    QTest::addColumn<double>("ratio");
+    QTest::addColumn<int>("pixels");
+
+    QTest::newRow("100 %") << 1.0 << 16;
+    QTest::newRow("150 %") << 1.5 << 24;
+}
+
+void tst_KdIcon::denserImageIsReducedEvenly()
+{
+    QFETCH(double, ratio);
+    QFETCH(int, pixels);
+    // Of lines that are left out here and there a grey would not become of black and white.
+    QImage stripes(32, 32, QImage::Format_RGB32);
+    for (int y = 0; y < 32; ++y) {
+        for (int x = 0; x < 32; ++x) {
+            stripes.setPixelColor(x, y, x % 2 ? Qt::white : Qt::black);
+        }
+    }
+    QPixmap dense = QPixmap::fromImage(stripes);
+    dense.setDevicePixelRatio(2);
+    const QPixmap reduced = KdIcon::reduced(dense, ratio);
+    QCOMPARE(reduced.size(), QSize(pixels, pixels));
+    QCOMPARE(reduced.devicePixelRatio(), ratio);
+    int sum = 0;
+    for (int x = 0; x < pixels; ++x) {
+        sum += reduced.toImage().pixelColor(x, 4).red();
+    }
+    QVERIFY(qAbs(sum / pixels - 127) <= 4);
+    QVERIFY(reduced.toImage().pixelColor(0, 4) != QColor(Qt::black));
+}
+
+void tst_KdIcon::imageThatIsNotDenserStaysAsItIs()
+{
+    QPixmap image(16, 16);
+    image.fill(Qt::red);
+    QCOMPARE(KdIcon::reduced(image, 1.0).cacheKey(), image.cacheKey());
+    QCOMPARE(KdIcon::reduced(image, 2.0).cacheKey(), image.cacheKey());
+    QVERIFY(KdIcon::reduced(QPixmap(), 1.0).isNull());
+}
+
+void tst_KdIcon::iconOfAResourceIsMadeOnce()
+{
+    KdSkin::KdSkinManager::instance(); // brings its icons along
+    const QString resource = QStringLiteral(":/KdSkin/icons/dark/close_text-quiet.svg");
+    QVERIFY(!KdIcon::icon(resource).pixmap(16, 16).isNull());
+    QCOMPARE(KdIcon::icon(resource).cacheKey(), KdIcon::icon(resource).cacheKey());
+    // Others may change.
+    const QString file = writeImage(QStringLiteral("changing.png"), 16, Qt::red);
+    const QImage red = KdIcon::icon(file).pixmap(16, 16).toImage();
+    QCOMPARE(red.pixelColor(8, 8), QColor(Qt::red));
+    QVERIFY(KdIcon::icon(file).cacheKey() != KdIcon::icon(file).cacheKey());
 }
 
 int main(int argc, char** argv)

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPointer>
 
+#include <cstdlib>
 #include <memory>
 
 class tst_KdPopovers : public KdTestCase
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void isGoneWhenItIsAnswered();
     void withoutAnAnchorItStillAsks();
     void isADialogToAssistiveTechnology();
+    void followsTheLanguage();
 
 private:
     KdPopovers* ask();
@@ -263,6 +265,36 @@ void tst_KdPopovers::isADialogToAssistiveTechnology()
     const QAccessibleInterface* read = QAccessible::queryAccessibleInterface(popover);
     QCOMPARE(read->role(), QAccessible::Dialog);
     QCOMPARE(read->text(QAccessible::Name), QStringLiteral("Are you sure?"));
+    popover->close();
+}
+
+void tst_KdPopovers::followsTheLanguage()
+{
+    auto* const popover =
+        KdPopovers::showConfirm(m_anchor,
+                                {[] { return tr("Are you sure that you want to?"); },
+                                 [] { return tr("Cancel"); }, [] { return tr("Re-record"); }},
+                                nullptr);
+    QVERIFY(QTest::qWaitForWindowExposed(popover));
+    const auto shown = [popover] {
+        const auto text = [popover](const char* name) {
+            return popover->findChild<QWidget*>(QLatin1String(name))->property("text").toString();
+        };
+        return QStringList{text("KdPopovers_Text"), text("KdPopovers_Cancel"),
+                           text("KdPopovers_Confirm"), popover->accessibleName()};
+    };
+    const QRect place = popover->geometry();
+    {
+        const WidgetLooks::Brackets brackets;
+        const QStringList wanted{QStringLiteral("[Are you sure that you want to?]"),
+                                 QStringLiteral("[Cancel]"), QStringLiteral("[Re-record]"),
+                                 QStringLiteral("[Are you sure that you want to?]")};
+        QTRY_COMPARE(shown(), wanted);
+        QVERIFY(popover->width() > place.width());
+        QVERIFY(std::abs(popover->geometry().center().x() - place.center().x()) <= 1);
+    }
+    QTRY_COMPARE(shown().first(), QStringLiteral("Are you sure that you want to?"));
+    QCOMPARE(popover->geometry(), place);
     popover->close();
 }
 

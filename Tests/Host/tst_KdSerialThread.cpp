@@ -53,6 +53,9 @@ private Q_SLOTS:
     void finishingGivesUpAThreadThatHangs();
     void theThreadMayDestroyItsOwner();
     void ticksComeWhileTheyAreWanted();
+    void aTaskAtRestStandsForThoseBeforeIt();
+    void aTaskAtRestHoldsUpNoOther();
+    void finishingDropsATaskAtRest();
 };
 
 void tst_KdSerialThread::tasksRunInOrderOnAThreadOfTheirOwn()
@@ -176,6 +179,47 @@ void tst_KdSerialThread::ticksComeWhileTheyAreWanted()
     thread.setTicking(false);
     const int before = thread.call<int>([&ticks] { return ticks.load(); }, 10s).value_or(-1);
     QCOMPARE(thread.call<int>([&ticks] { return ticks.load(); }, 10s).value_or(-1), before);
+}
+
+void tst_KdSerialThread::aTaskAtRestStandsForThoseBeforeIt()
+{
+    std::atomic<int> last{0};
+    std::atomic<int> done{0};
+    KdSerialThread thread;
+    for (int i = 1; i <= 10; ++i) {
+        thread.postAtRest(
+            [&, i] {
+                last = i;
+                ++done;
+            },
+            50ms);
+    }
+    QTRY_COMPARE(last.load(), 10);
+    QCOMPARE(done.load(), 1);
+    thread.postAtRest([&done] { ++done; }, 0ms);
+    QTRY_COMPARE(done.load(), 2);
+}
+
+void tst_KdSerialThread::aTaskAtRestHoldsUpNoOther()
+{
+    std::atomic<int> ticks{0};
+    KdSerialThread thread([&ticks] { ++ticks; }, 1ms);
+    thread.setTicking(true);
+    thread.postAtRest([] {}, 1h);
+    QCOMPARE(thread.call<int>([] { return 42; }, 10s).value_or(0), 42);
+    QTRY_VERIFY(ticks >= 3);
+}
+
+void tst_KdSerialThread::finishingDropsATaskAtRest()
+{
+    const auto owned = std::make_shared<std::atomic<int>>(0);
+    KdSerialThread thread;
+    thread.postAtRest([owned] { ++*owned; }, 1h);
+    QVERIFY(thread.finish(10s));
+    QCOMPARE(owned->load(), 0);
+    QCOMPARE(owned.use_count(), 1L);
+    thread.postAtRest([owned] { ++*owned; }, 0ms);
+    QCOMPARE(owned.use_count(), 1L);
 }
 
 int main(int argc, char** argv)

@@ -223,7 +223,9 @@ void tst_KdTakeRecovery::largeFileWithoutIndexIsKept()
     expectLog(QStringLiteral("damaged beyond repair"));
     const QByteArray content(9 * 1024 * 1024, 'x');
     const UnfinishedTake take = leaveTake(QStringLiteral("1.m4a"), content);
-    QCOMPARE(KdTakeRecovery::repair(take).outcome, Outcome::Failed);
+    const RepairResult result = KdTakeRecovery::repair(take);
+    QCOMPARE(result.outcome, Outcome::Failed);
+    QCOMPARE(result.reason, RepairResult::Reason::Damaged);
     QCOMPARE(TestFiles::read(take.record.takePath), content);
     QCOMPARE(KdTakeRecovery::find(folder()).size(), 1);
 }
@@ -270,7 +272,9 @@ void tst_KdTakeRecovery::takeThatIsNoLongerUnfinishedIsNotTouched()
 {
     const UnfinishedTake take = leaveTake(QStringLiteral("1.m4a"), m_killed);
     QVERIFY(QFile::remove(take.journalPath));
-    QCOMPARE(KdTakeRecovery::repair(take).outcome, Outcome::Failed);
+    const RepairResult result = KdTakeRecovery::repair(take);
+    QCOMPARE(result.outcome, Outcome::Failed);
+    QCOMPARE(result.reason, RepairResult::Reason::Settled);
     QCOMPARE(TestFiles::read(take.record.takePath), m_killed);
     QCOMPARE(KdTakeRecovery::repair(UnfinishedTake()).outcome, Outcome::Failed);
     QVERIFY(!KdTakeRecovery::discard(UnfinishedTake()));
@@ -296,6 +300,7 @@ void tst_KdTakeRecovery::takeUnderRepairIsNotRepairedTwice()
     const RepairResult second = KdTakeRecovery::repair(take);
     mayGoOn.set_value();
     QCOMPARE(second.outcome, Outcome::Failed);
+    QCOMPARE(second.reason, RepairResult::Reason::Busy);
     QCOMPARE(first.get().outcome, Outcome::Repaired);
     QCOMPARE(leftOvers(), QStringList({QStringLiteral("1.m4a")}));
 }

@@ -335,6 +335,7 @@ void tst_KdTakeRepair::fullDiskKeepsWhatIsThere()
         result = KdTakeRepair::run(file());
     }
     QCOMPARE(result.outcome, Outcome::Failed);
+    QCOMPARE(result.reason, RepairResult::Reason::NoSpace);
     QCOMPARE(result.message,
              QStringLiteral("There is not enough space on the disk to complete %1.").arg(file()));
     QCOMPARE(TestFiles::read(file()), killed);
@@ -379,8 +380,9 @@ void tst_KdTakeRepair::unusableFilesAreReported()
 
 void tst_KdTakeRepair::unwritableFileIsAFailure()
 {
-    QCOMPARE(KdTakeRepair::run(temporaryPath(QStringLiteral("missing.mp4"))).outcome,
-             Outcome::Failed);
+    const RepairResult missing = KdTakeRepair::run(temporaryPath(QStringLiteral("missing.mp4")));
+    QCOMPARE(missing.outcome, Outcome::Failed);
+    QCOMPARE(missing.reason, RepairResult::Reason::CannotOpen);
     QVERIFY(!QFileInfo::exists(temporaryPath(QStringLiteral("missing.mp4"))));
     const QByteArray killed = fragmented(false);
     TestFiles::write(file(), killed);

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void takesNoFocus();
     void warningIsMarked();
     void isAToolTipToAssistiveTechnology();
+    void followsTheLanguage();
 
 private:
     KdTipWidget* make(int direction, int width, const QString& text = QStringLiteral("A tip."))
@@ -235,6 +236,26 @@ void tst_KdTipWidget::isAToolTipToAssistiveTechnology()
     QCOMPARE(read->text(QAccessible::Name), QStringLiteral("A tip."));
     tip->setText(QStringLiteral("Another."));
     QCOMPARE(read->text(QAccessible::Name), QStringLiteral("Another."));
+}
+
+void tst_KdTipWidget::followsTheLanguage()
+{
+    KdTipWidget* tip = KdTipWidget::creatTipWidget(
+        KdTipWidget::InfoTip, KdTipWidget::ArrowUp, m_parent, [] { return tr("A tip."); }, 0);
+    const QPoint target = m_window->mapToGlobal(QPoint(200, 200));
+    tip->transToArrowPos(target);
+    tip->OnShow(5);
+    const QSize size = tip->size();
+    {
+        const WidgetLooks::Brackets brackets;
+        QTRY_COMPARE(tip->text(), QStringLiteral("[A tip.]"));
+        QCOMPARE(tip->accessibleName(), tip->text());
+        QVERIFY(tip->width() > size.width());
+        QCOMPARE(tip->arrowPos(), target);
+        tip->setText([] { return tr("Another one."); });
+        QCOMPARE(tip->text(), QStringLiteral("[Another one.]"));
+    }
+    QTRY_COMPARE(tip->text(), QStringLiteral("Another one."));
 }
 
 int main(int argc, char** argv)

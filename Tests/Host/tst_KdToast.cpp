@@ -49,9 +49,10 @@ private Q_SLOTS:
     void worksWithoutAParent();
     void followsTheSkin();
     void isAnAlertToAssistiveTechnology();
+    void followsTheLanguage();
 
 private:
-    KdToast* show(const QString& text = QStringLiteral("Recording is paused."));
+    KdToast* show(const KdLiveText& text = QStringLiteral("Recording is paused."));
 
     std::unique_ptr<QWidget> m_window;
     QWidget* m_inner = nullptr;
@@ -75,7 +76,7 @@ void tst_KdToast::cleanup()
     KdTestCase::cleanup();
 }
 
-KdToast* tst_KdToast::show(const QString& text)
+KdToast* tst_KdToast::show(const KdLiveText& text)
 {
     KdToast* toast = KdToast::showToast(m_inner, text, mark(), kMargin);
     return QTest::qWaitForWindowExposed(toast) ? toast : nullptr;
@@ -247,6 +248,21 @@ void tst_KdToast::isAnAlertToAssistiveTechnology()
     const QAccessibleInterface* read = QAccessible::queryAccessibleInterface(show());
     QCOMPARE(read->role(), QAccessible::AlertMessage);
     QCOMPARE(read->text(QAccessible::Name), QStringLiteral("Recording is paused."));
+}
+
+void tst_KdToast::followsTheLanguage()
+{
+    const KdToast* toast = show([] { return tr("Recording is paused."); });
+    const QRect place = toast->geometry();
+    {
+        const WidgetLooks::Brackets brackets;
+        QTRY_COMPARE(toast->text(), QStringLiteral("[Recording is paused.]"));
+        QCOMPARE(toast->accessibleName(), toast->text());
+        QVERIFY(toast->width() > place.width());
+        QVERIFY(std::abs(toast->geometry().center().x() - place.center().x()) <= 1);
+    }
+    QTRY_COMPARE(toast->text(), QStringLiteral("Recording is paused."));
+    QCOMPARE(toast->geometry(), place);
 }
 
 int main(int argc, char** argv)

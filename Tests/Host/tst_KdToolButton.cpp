@@ -21,6 +21,9 @@ private Q_SLOTS:
     void missingStatesAreMadeFromTheNormalImage();
     void checkedWithoutImagesOfItsOwnKeepsThem();
     void iconSizeBecomesThatOfTheImage();
+    void sheetGivesEachStateItsImageAboveItsGround();
+    void sheetMayLeaveImagesOut();
+    void imageFollowsThePropertyThatTheSheetAsksFor();
     void namesTheFilesOfASet();
     void textStandsBesideTheIcon_data();
     void textStandsBesideTheIcon();
@@ -137,6 +140,61 @@ void tst_KdToolButton::iconSizeBecomesThatOfTheImage()
 {
     m_button->setIconFiles({image(Qt::red), QString(), QString(), QString()});
     QCOMPARE(m_button->iconSize(), QSize(24, 24));
+}
+
+void tst_KdToolButton::sheetGivesEachStateItsImageAboveItsGround()
+{
+    const QColor ground(18, 52, 86);
+    const QString sheet = QStringLiteral("QToolButton { background: #123456; border: none;"
+                                         "qproperty-iconSize: 8px 8px;"
+                                         "qproperty-images: \"%1 %2 %3 %4\";"
+                                         "qproperty-checkedImages: \"%5\"; }");
+    m_button->setStyleSheet(sheet.arg(image(Qt::red), image(Qt::green), image(Qt::blue),
+                                      image(Qt::yellow), image(Qt::magenta)));
+    m_button->setCheckable(true);
+    QCOMPARE(middle(), QColor(Qt::red));
+    QCOMPARE(WidgetLooks::colorAt(*m_button, {15, 15}), ground);
+    QCOMPARE(WidgetLooks::colorAt(*m_button, {17, 17}), QColor(Qt::red));
+    m_button->setAttribute(Qt::WA_UnderMouse);
+    QCOMPARE(middle(), QColor(Qt::green));
+    m_button->setDown(true);
+    QCOMPARE(middle(), QColor(Qt::blue));
+    m_button->setEnabled(false);
+    QCOMPARE(middle(), QColor(Qt::yellow));
+    m_button->setEnabled(true);
+    m_button->setDown(false);
+    m_button->setChecked(true);
+    QCOMPARE(middle(), QColor(Qt::magenta));
+}
+
+void tst_KdToolButton::sheetMayLeaveImagesOut()
+{
+    m_button->setImages(image(Qt::red) + QStringLiteral("  - - ") + image(Qt::blue));
+    m_button->setAttribute(Qt::WA_UnderMouse);
+    QCOMPARE(middle(), QColor(Qt::red));
+    m_button->setEnabled(false);
+    QCOMPARE(middle(), QColor(Qt::blue));
+    m_button->setEnabled(true);
+    m_button->setImages(image(Qt::red) + QLatin1Char(' ') + image(Qt::green));
+    m_button->setDown(true);
+    QCOMPARE(middle(), QColor(Qt::green));
+    m_button->setImages(QString());
+    QVERIFY(middle() != QColor(Qt::green));
+}
+
+void tst_KdToolButton::imageFollowsThePropertyThatTheSheetAsksFor()
+{
+    const QString sheet =
+        QStringLiteral("QToolButton { qproperty-images: \"%1\"; }"
+                       "QToolButton[chosen=\"true\"] { qproperty-images: \"%2\"; }");
+    m_button->setStyleSheet(sheet.arg(image(Qt::red), image(Qt::green)));
+    QCOMPARE(middle(), QColor(Qt::red));
+    m_button->setProperty("chosen", true);
+    KdSkin::KdSkinManager::repolish(m_button);
+    QCOMPARE(middle(), QColor(Qt::green));
+    m_button->setProperty("chosen", false);
+    KdSkin::KdSkinManager::repolish(m_button);
+    QCOMPARE(middle(), QColor(Qt::red));
 }
 
 void tst_KdToolButton::namesTheFilesOfASet()

@@ -1,16 +1,11 @@
-#include "WebcamFixture.h"
+#include "CameraFixture.h"
 
 #include <KdVBLModel/KdBackgroundEffect.h>
 #include <Support/ClipProbe.h>
-#include <Support/KdTestCase.h>
 #include <Support/MediaProbe.h>
 #include <Support/Patience.h>
-#include <Support/ProcessUse.h>
 #include <Support/TestFiles.h>
-#include <Support/VirtualCamera.h>
-#include <Support/VirtualMicrophone.h>
 
-#include <QDir>
 #include <QElapsedTimer>
 
 #include <cmath>
@@ -18,9 +13,6 @@
 using namespace KdVBLMODEL;
 
 namespace {
-
-constexpr QSize kVga(640, 480);
-constexpr QSize kSmall(320, 240);
 
 /** The brightness of a place of a decoded picture, 16 to 235. */
 int lumaAt(const QByteArray& picture, QSize size, double x, double y)
@@ -52,15 +44,11 @@ bool shows(const QByteArray& picture, QSize size, int left, int middle, int righ
 } // namespace
 
 /** Takes of a camera, with and without a microphone. */
-class tst_KdWebcamRecorder : public KdTestCase
+class tst_KdWebcamRecorder : public CameraFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-
     void withoutACameraThereIsNoTake();
     void withoutTheMicrophoneThatItNeedsThereIsNoTake();
     void aTakeHoldsWhatTheCameraGave_data();
@@ -76,70 +64,9 @@ private Q_SLOTS:
     void whatIsSetInMidTakeCountsFromTheNextStart();
     void callsOutOfOrderAreHarmless();
     void anUnusableOutputFileIsRefused();
-    void aCameraThatGoesInMidTakeLeavesAFinishedFile();
-    void aCameraThatFallsSilentInMidTakeLeavesAFinishedFile();
-    void aMicrophoneThatGoesInMidTakeLeavesAFinishedFile();
-    void anotherDeviceThatGoesDoesNotEndTheTake();
-    void anOccupiedCameraGivesNoTake();
-    void releasingARecorderFinishesItsTake();
-    void removingTheObserverInMidTakeIsABarrier();
-    void manyTakesLeakNothing();
-    void aRecorderThatNobodyObservesHoldsNothing();
     void theBackgroundIsTreatedInPreviewAndFile_data();
     void theBackgroundIsTreatedInPreviewAndFile();
-
-private:
-    QString takePath(const QString& name = QStringLiteral("take.mp4")) const;
-    bool plugBoth();
-    void allowCameraTrouble() { allowLog(QStringLiteral("KdCapturePipeline::handle")); }
-    /** A recorder that shows the camera and has the microphone chosen. */
-    bool prepare(WebcamFixture& recorder, QSize size = kVga);
-
-    QTemporaryDir m_sounds;
-    std::unique_ptr<VirtualCamera> m_camera;
-    std::unique_ptr<VirtualMicrophone> m_microphone;
 };
-
-void tst_KdWebcamRecorder::initTestCase()
-{
-    QVERIFY(
-        TestSound::writeTone(m_sounds.filePath(QStringLiteral("tone.wav")), 997.0, -12.0, 60.0));
-}
-
-void tst_KdWebcamRecorder::init()
-{
-    KdTestCase::init();
-    m_camera = std::make_unique<VirtualCamera>();
-    m_microphone = std::make_unique<VirtualMicrophone>();
-}
-
-void tst_KdWebcamRecorder::cleanup()
-{
-    m_microphone.reset();
-    m_camera.reset();
-    KdTestCase::cleanup();
-}
-
-QString tst_KdWebcamRecorder::takePath(const QString& name) const
-{
-    const QDir folder(temporaryPath(QStringLiteral("takes")));
-    folder.mkpath(QStringLiteral("."));
-    return folder.filePath(name);
-}
-
-bool tst_KdWebcamRecorder::plugBoth()
-{
-    return m_camera->plug() && m_microphone->plug() &&
-           m_microphone->play(m_sounds.filePath(QStringLiteral("tone.wav")));
-}
-
-bool tst_KdWebcamRecorder::prepare(WebcamFixture& recorder, QSize size)
-{
-    const auto isHeard = [&recorder] { return recorder.events().lastLevel() > 70; };
-    return recorder.open(m_camera->description(), size) &&
-           recorder.choose(kdtMicrophone, m_microphone->description()) &&
-           QTest::qWaitFor(isHeard, 10000);
-}
 
 void tst_KdWebcamRecorder::withoutACameraThereIsNoTake()
 {
@@ -436,199 +363,6 @@ void tst_KdWebcamRecorder::anUnusableOutputFileIsRefused()
         QCOMPARE(recorder->curStatus(), fcsNoStart);
     }
     QVERIFY(recorder.showsFrame(kVga));
-}
-
-void tst_KdWebcamRecorder::aCameraThatGoesInMidTakeLeavesAFinishedFile()
-{
-    allowCameraTrouble();
-    QVERIFY(plugBoth());
-    VirtualCamera other(QStringLiteral("other_cam"), QStringLiteral("Other"));
-    QVERIFY(other.plug());
-    WebcamFixture recorder;
-    QVERIFY(prepare(recorder));
-    QVERIFY(recorder.record(takePath(), true));
-    QVERIFY(recorder.waitForTime(1000));
-    QVERIFY(m_camera->unplug());
-    QVERIFY(recorder.hears(fcdWebcamRemoved));
-    QVERIFY(!recorder.deviceNames(kdtWebcam).contains(m_camera->description()));
-    // It is finished already; the recorder waits to be told.
-    QTRY_VERIFY(MediaProbe::probe(takePath()).isReadable);
-    QCOMPARE(recorder->curStatus(), fcsRecording);
-    const qint64 told = recorder.events().lastTime();
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(recorder->stop());
-    QVERIFY(timer.elapsed() < KdTest::patience(2000));
-    QCOMPARE(recorder->curStatus(), fcsNoStart);
-    const MediaInfo info = MediaProbe::probe(takePath());
-    QVERIFY2(info.isReadable, qPrintable(info.complaint));
-    QVERIFY(info.seconds > double(told) / 1000.0 - 0.2);
-    // And the next take is one of the camera that came back.
-    QVERIFY(m_camera->plug());
-    QVERIFY(recorder.open(m_camera->description(), kVga));
-    QVERIFY(recorder.record(takePath(QStringLiteral("again.mp4")), true));
-    QVERIFY(recorder.waitForTime(300));
-    QVERIFY(recorder->stop());
-}
-
-void tst_KdWebcamRecorder::aCameraThatFallsSilentInMidTakeLeavesAFinishedFile()
-{
-    allowCameraTrouble();
-    expectLog(QStringLiteral("The camera HD Webcam gives nothing any more"));
-    QVERIFY(m_camera->plug());
-    WebcamFixture recorder;
-    QVERIFY(recorder.open(m_camera->description(), kVga));
-    QVERIFY(recorder.record(takePath()));
-    QVERIFY(recorder.waitForTime(700));
-    m_camera->hold();
-    QVERIFY(recorder.hears(fcdWebcamRemoved));
-    // It is listed all the same: nobody else would notice that the take is over.
-    QTRY_COMPARE(recorder->curStatus(), fcsEnded);
-    QVERIFY(!recorder->pause());
-    m_camera->letGo();
-    QVERIFY(recorder->stop());
-    QVERIFY(MediaProbe::probe(takePath()).isReadable);
-}
-
-void tst_KdWebcamRecorder::aMicrophoneThatGoesInMidTakeLeavesAFinishedFile()
-{
-    allowCameraTrouble();
-    QVERIFY(plugBoth());
-    WebcamFixture recorder;
-    QVERIFY(prepare(recorder));
-    QVERIFY(recorder.record(takePath(), true));
-    QVERIFY(recorder.waitForTime(1000));
-    QVERIFY(m_microphone->unplug());
-    QVERIFY(recorder.hears(fcdAudioInputRemoved));
-    QVERIFY(!recorder.deviceNames(kdtMicrophone).contains(m_microphone->description()));
-    QTRY_VERIFY(MediaProbe::probe(takePath()).isReadable);
-    QVERIFY(recorder.showsFrame(kVga));
-    QVERIFY(recorder->stop());
-    const ClipInfo clip = ClipProbe::probe(takePath());
-    QVERIFY2(clip.pictureLength > 0.8, qPrintable(QString::number(clip.pictureLength)));
-    QVERIFY(std::abs(clip.soundLength - clip.pictureLength) < 0.04);
-}
-
-void tst_KdWebcamRecorder::anotherDeviceThatGoesDoesNotEndTheTake()
-{
-    VirtualCamera other(QStringLiteral("other_cam"), QStringLiteral("Other"));
-    VirtualMicrophone otherMicrophone(QStringLiteral("other_mic"), QStringLiteral("Other"));
-    QVERIFY(plugBoth() && other.plug() && otherMicrophone.plug());
-    WebcamFixture recorder;
-    QVERIFY(prepare(recorder));
-    QVERIFY(recorder.record(takePath(), true));
-    QVERIFY(recorder.waitForTime(300));
-    QVERIFY(other.unplug() && otherMicrophone.unplug());
-    QVERIFY(recorder.hears(fcdWebcamRemoved) && recorder.hears(fcdAudioInputRemoved));
-    const qint64 told = recorder.events().lastTime();
-    QVERIFY(recorder.waitForTime(told + 700));
-    QVERIFY(recorder->stop());
-    QVERIFY(MediaProbe::probe(takePath()).isReadable);
-}
-
-void tst_KdWebcamRecorder::anOccupiedCameraGivesNoTake()
-{
-    allowCameraTrouble();
-    allowLog(QStringLiteral("The camera HD Webcam gives nothing"));
-    QVERIFY(m_camera->plug());
-    m_camera->occupy();
-    WebcamFixture recorder;
-    QVERIFY(recorder.choose(kdtWebcam, m_camera->description()));
-    recorder.record(takePath());
-    QVERIFY(recorder.hears(fcdWebcamOccupied));
-    QTRY_VERIFY(recorder->curStatus() != fcsRecording);
-    QVERIFY(!recorder->stop());
-    QVERIFY(!QFile::exists(takePath()));
-    QVERIFY(recorder.events().times().isEmpty());
-}
-
-void tst_KdWebcamRecorder::releasingARecorderFinishesItsTake()
-{
-    QVERIFY(plugBoth());
-    {
-        WebcamFixture recorder;
-        QVERIFY(prepare(recorder));
-        QVERIFY(recorder.record(takePath(), true));
-        QVERIFY(recorder.waitForTime(500));
-    }
-    const MediaInfo info = MediaProbe::probe(takePath());
-    QVERIFY2(info.isReadable, qPrintable(info.complaint));
-}
-
-void tst_KdWebcamRecorder::removingTheObserverInMidTakeIsABarrier()
-{
-    QVERIFY(plugBoth());
-    WebcamFixture recorder;
-    QVERIFY(prepare(recorder));
-    QVERIFY(recorder.record(takePath(), true));
-    recorder->setInterval(10);
-    for (int round = 0; round < 50; ++round) {
-        auto events = std::make_unique<WebcamEvents>();
-        recorder->addEventObserver(events.get());
-        if (round % 2) {
-            QTRY_VERIFY(events->frameCount() > 0);
-        }
-        recorder->removeEventObserver(events.get());
-        events.reset();
-    }
-    QVERIFY(recorder->stop());
-}
-
-void tst_KdWebcamRecorder::manyTakesLeakNothing()
-{
-    QVERIFY(plugBoth());
-    const auto playOneRound = [this] {
-        WebcamFixture recorder;
-        const QString path = takePath();
-        const bool isRecorded = prepare(recorder, kSmall) && recorder.record(path, true) &&
-                                recorder.waitForTime(200) && recorder->stop();
-        return isRecorded && QFile::remove(path);
-    };
-    for (int warmUp = 0; warmUp < 5; ++warmUp) {
-        QVERIFY(playOneRound());
-    }
-    const ProcessUse before = ProcessUse::now();
-    for (int round = 0; round < 20; ++round) {
-        QVERIFY(playOneRound());
-    }
-    QTRY_VERIFY2(ProcessUse::now().files <= before.files,
-                 qPrintable(QString::number(ProcessUse::now().files - before.files)));
-    QTRY_VERIFY2(ProcessUse::now().threads <= before.threads,
-                 qPrintable(QString::number(ProcessUse::now().threads - before.threads)));
-    const qint64 grownKb = ProcessUse::now().heapKb - before.heapKb;
-    QVERIFY2(grownKb < 1000, qPrintable(QStringLiteral("%1 kB more").arg(grownKb)));
-}
-
-void tst_KdWebcamRecorder::aRecorderThatNobodyObservesHoldsNothing()
-{
-    QVERIFY(m_camera->plug());
-    {
-        WebcamFixture warmUp;
-        QVERIFY(warmUp.open(m_camera->description(), kVga));
-    }
-    const ProcessUse before = ProcessUse::now();
-    WebcamFixture recorder;
-    QVERIFY(recorder.open(m_camera->description(), kVga));
-    QVERIFY(recorder.record(takePath()));
-    QVERIFY(recorder.waitForTime(300));
-    QVERIFY(recorder->stop());
-    recorder->setRecordFlip(true);
-    recorder->removeEventObserver(&recorder.events());
-    QTRY_VERIFY2(ProcessUse::now().files <= before.files,
-                 qPrintable(QString::number(ProcessUse::now().files - before.files)));
-    QTRY_VERIFY2(ProcessUse::now().threads <= before.threads,
-                 qPrintable(QString::number(ProcessUse::now().threads - before.threads)));
-    // And goes on where it was, for whoever comes back.
-    QCOMPARE(recorder->getOutputFile(), takePath());
-    recorder->addEventObserver(&recorder.events());
-    QVERIFY(recorder->getRecordFlip());
-    QVERIFY(recorder->startPreview());
-    QVERIFY(recorder.showsFrame(kVga));
-    recorder.events().clear();
-    QVERIFY(recorder->start());
-    QVERIFY(recorder.waitForTime(300));
-    QVERIFY(recorder->stop());
-    QVERIFY(MediaProbe::probe(takePath()).isReadable);
 }
 
 void tst_KdWebcamRecorder::theBackgroundIsTreatedInPreviewAndFile_data()

@@ -2,6 +2,29 @@
 #include <Support/KdTestCase.h>
 #include <Support/WidgetLooks.h>
 
+namespace {
+
+int rowHeight(const QWidget& label)
+{
+    return qMax(label.fontMetrics().height(), label.fontMetrics().lineSpacing());
+}
+
+/** How many pixels letters have touched. */
+int inkOf(QWidget& label)
+{
+    const QImage image = WidgetLooks::image(label);
+    const QRgb ground = image.pixel(0, 0);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            count += image.pixel(x, y) == ground ? 0 : 1;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
 class tst_KdWrapLabel : public KdTestCase
 {
     Q_OBJECT
@@ -14,6 +37,7 @@ private Q_SLOTS:
     void mostLinesLimitItsHeight();
     void markupIsShownLetterByLetter();
     void rightToLeftTextStandsOnTheRight();
+    void lettersAreWholeOnEveryLine();
 };
 
 void tst_KdWrapLabel::isNoWiderThanAllowed_data()
@@ -38,9 +62,9 @@ void tst_KdWrapLabel::shortTextIsAsWideAsItself()
 {
     const KdWrapLabel label(QStringLiteral("Short"), 240, 0);
     QVERIFY(label.sizeHint().width() < 80);
-    QCOMPARE(label.sizeHint().height(), label.fontMetrics().lineSpacing());
+    QCOMPARE(label.sizeHint().height(), rowHeight(label));
     const KdWrapLabel empty(QString(), 240, 0);
-    QCOMPARE(empty.sizeHint().height(), empty.fontMetrics().lineSpacing());
+    QCOMPARE(empty.sizeHint().height(), rowHeight(empty));
 }
 
 void tst_KdWrapLabel::higherWhereItIsNarrower()
@@ -52,7 +76,7 @@ void tst_KdWrapLabel::higherWhereItIsNarrower()
 void tst_KdWrapLabel::mostLinesLimitItsHeight()
 {
     const KdWrapLabel label(QStringLiteral("word ").repeated(500), 200, 4);
-    QCOMPARE(label.sizeHint().height(), 4 * label.fontMetrics().lineSpacing());
+    QCOMPARE(label.sizeHint().height(), 4 * rowHeight(label));
 }
 
 void tst_KdWrapLabel::markupIsShownLetterByLetter()
@@ -72,6 +96,18 @@ void tst_KdWrapLabel::rightToLeftTextStandsOnTheRight()
     empty.fill(ground);
     QCOMPARE(shown.copy(0, 0, 100, 20), empty);
     QVERIFY(shown.copy(100, 0, 100, 20) != empty);
+}
+
+void tst_KdWrapLabel::lettersAreWholeOnEveryLine()
+{
+    for (const QString& text : {QStringLiteral("gjpqy"), QStringLiteral("\u00c4gj\ngjpqy")}) {
+        KdWrapLabel label(text, 240, 0);
+        label.resize(label.sizeHint());
+        const int ink = inkOf(label);
+        label.resize(label.width() + 2, label.height() + 20);
+        QVERIFY(ink > 0);
+        QCOMPARE(ink, inkOf(label));
+    }
 }
 
 int main(int argc, char** argv)

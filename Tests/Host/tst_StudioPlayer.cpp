@@ -163,7 +163,7 @@ void tst_StudioPlayer::missingFileIsAFailure()
     player.setFile(temporaryPath(QStringLiteral("gone.m4a")));
     player.play();
     QTRY_COMPARE(failed.count(), 1);
-    QVERIFY(!failed.at(0).at(0).toString().isEmpty());
+    QVERIFY(!failed.at(0).at(0).value<KdLiveText>().now().isEmpty());
     QVERIFY(player.state() == State::Stopped);
 }
 
@@ -185,7 +185,7 @@ void tst_StudioPlayer::missingOutputIsAFailure()
     player.setFile(makeSound(1.0));
     player.play();
     QCOMPARE(failed.count(), 1);
-    QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("nosuchsink")));
+    QVERIFY(failed.at(0).at(0).value<KdLiveText>().now().contains(QStringLiteral("nosuchsink")));
     QVERIFY(player.state() == State::Stopped);
 }
 

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void severalFoldersAreLookedThrough();
     void nothingRecoverableIsSaid();
     void failedRepairKeepsTheOffer();
+    void everyReasonIsSaid();
     void discardAsksFirst();
     void discardThatFailsKeepsTheOffer();
     void laterHidesTheOffer();
@@ -183,16 +184,35 @@ void tst_StudioRecoveryBar::failedRepairKeepsTheOffer()
 {
     RecoveryBench bench(1);
     bench.result.outcome = RepairResult::Outcome::Failed;
-    bench.result.message = QStringLiteral("The disk is full.");
+    bench.result.reason = RepairResult::Reason::NoSpace;
     bench.gate.release();
     StudioRecovery recovery(nullptr, bench.services());
     StudioRecoveryBar bar(&recovery);
     recovery.find({QStringLiteral("/takes")});
     QTRY_VERIFY(bar.isVisible());
     press(bar, "Studio_RecoveryRepair");
-    QTRY_VERIFY(bar.sentence().contains(QStringLiteral("The disk is full.")));
+    QTRY_VERIFY(bar.sentence().contains(QStringLiteral("not enough space on the disk")));
     QVERIFY(bar.isVisible());
     QVERIFY(button(bar, "Studio_RecoveryRepair")->isEnabled());
+}
+
+void tst_StudioRecoveryBar::everyReasonIsSaid()
+{
+    using Reason = RepairResult::Reason;
+    RecoveryBench bench(1);
+    StudioRecovery recovery(nullptr, bench.services());
+    StudioRecoveryBar bar(&recovery);
+    Q_EMIT recovery.found(bench.unfinished);
+    RepairResult failed;
+    failed.message = QStringLiteral("For the log alone.");
+    QSet<QString> said;
+    for (int reason = int(Reason::None); reason <= int(Reason::CannotRemove); ++reason) {
+        failed.reason = static_cast<Reason>(reason);
+        Q_EMIT recovery.repaired(bench.unfinished.first(), failed);
+        QVERIFY(!bar.sentence().contains(failed.message));
+        said.insert(bar.sentence());
+    }
+    QCOMPARE(said.size(), int(Reason::CannotRemove) + 1);
 }
 
 void tst_StudioRecoveryBar::discardAsksFirst()

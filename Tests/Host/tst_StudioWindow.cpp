@@ -1,3 +1,4 @@
+#include "Support/AccessibleEvents.h"
 #include "Support/ClippedTexts.h"
 #include "Support/DialogDriver.h"
 #include "Support/KdTestCase.h"
@@ -11,10 +12,12 @@
 #include <KdVBLModel/KdTrackEventLog.h>
 #include <KdWidgets/KdSkinManager.h>
 #include <KdZentraCore/KdUtility.h>
+#include <Studio/StudioImporter.h>
 #include <Studio/StudioLanguages.h>
 #include <Studio/StudioPictureView.h>
 #include <Studio/StudioPlayer.h>
 #include <Studio/StudioRecordSession.h>
+#include <Studio/StudioRecovery.h>
 #include <Studio/StudioSpeech.h>
 #include <Studio/StudioTakeAnalyser.h>
 #include <Studio/StudioTakeLibrary.h>
@@ -32,6 +35,53 @@
 
 #include <functional>
 #include <memory>
+
+namespace {
+
+using Happen = std::function<void(StudioWindow& window)>;
+
+void discard(StudioWindow& window)
+{
+    UnfinishedTake take;
+    take.record.takePath = QStringLiteral("REC.m4a");
+    auto* const recovery = window.findChild<StudioRecovery*>();
+    Q_EMIT recovery->found({take});
+    Q_EMIT recovery->discarded(take, true);
+}
+
+void findNothingIn(StudioWindow& window)
+{
+    UnfinishedTake take;
+    take.record.takePath = QStringLiteral("REC.m4a");
+    RepairResult nothing;
+    nothing.outcome = RepairResult::Outcome::NothingRecoverable;
+    auto* const recovery = window.findChild<StudioRecovery*>();
+    Q_EMIT recovery->found({take});
+    Q_EMIT recovery->repaired(take, nothing);
+}
+
+void putOff(StudioWindow& window)
+{
+    Q_EMIT window.findChild<StudioRecovery*>()->found({UnfinishedTake()});
+    window.findChild<QPushButton*>(QStringLiteral("Studio_RecoveryLater"))->click();
+}
+
+void openDamagedList(StudioWindow& window)
+{
+    const QString folder = window.library()->folder();
+    TestFiles::write(folder + QStringLiteral("/Takes.json"), "damaged");
+    window.library()->open(folder);
+}
+
+void playThroughNothing(StudioWindow& window)
+{
+    Q_EMIT window.player()->failed(
+        [] { return StudioPlayer::tr("The sound output cannot be opened."); });
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Happen)
 
 class tst_StudioWindow : public KdTestCase
 {
@@ -60,6 +110,9 @@ private Q_SLOTS:
     void whatTheWebcamRecorderReportsIsListed();
     void openRecorderComesToTheFrontInsteadOfAnother();
     void clipInAnotherFolderIsWatchedToo();
+    void newsAreSpokenAndFollowTheLanguage_data();
+    void newsAreSpokenAndFollowTheLanguage();
+    void barsAreSpoken();
 
 private:
     std::unique_ptr<StudioWindow> openWindow();
@@ -482,6 +535,67 @@ void tst_StudioWindow::clipInAnotherFolderIsWatchedToo()
     QTRY_VERIFY(window->library()->takes().first().state == StudioTake::State::Good);
     QVERIFY(QFile::remove(path));
     QTRY_VERIFY(window->library()->takes().first().state == StudioTake::State::Missing);
+}
+
+void tst_StudioWindow::newsAreSpokenAndFollowTheLanguage_data()
+{
+    QTest::addColumn<Happen>("happen");
+    const auto row = [](const char* name, const Happen& happen) { QTest::newRow(name) << happen; };
+    row("takes folder", [](StudioWindow& w) { w.openTakes(); });
+    row("folder that cannot be made",
+        [](StudioWindow& w) { w.library()->open(QStringLiteral("/proc/nowhere")); });
+    row("damaged list", openDamagedList);
+    row("added", [](StudioWindow& w) { Q_EMIT w.importer()->imported(QStringLiteral("a")); });
+    row("not kept", [](StudioWindow& w) { Q_EMIT w.importer()->skipped(); });
+    row("not added", [](StudioWindow& w) {
+        Q_EMIT w.importer()->failed(QStringLiteral("a"), QStringLiteral("It is empty."));
+    });
+    row("begun", [](StudioWindow& w) { Q_EMIT w.voiceOver()->takeStarted(false); });
+    row("not begun", [](StudioWindow& w) { Q_EMIT w.voiceOver()->takeStartFailed(); });
+    row("not played", playThroughNothing);
+    row("discarded", discard);
+    row("nothing to repair", findNothingIn);
+    row("put off", putOff);
+}
+
+void tst_StudioWindow::newsAreSpokenAndFollowTheLanguage()
+{
+    QFETCH(Happen, happen);
+    allowLog(QStringLiteral("put aside"));
+    const auto window = openWindow();
+    AccessibleEvents spoken;
+    happen(*window);
+    const QString english = window->statusText();
+    QVERIFY(!english.isEmpty());
+    QVERIFY2(spoken.alerts().contains(english), qPrintable(spoken.alerts().join(QLatin1Char(';'))));
+    QStringList said{english};
+    for (const char* language : {"de", "zh_CN"}) {
+        QVERIFY(m_languages.use(QString::fromLatin1(language)));
+        QCoreApplication::processEvents();
+        QVERIFY2(!said.contains(window->statusText()), qPrintable(window->statusText()));
+        said.append(window->statusText());
+    }
+    QVERIFY(m_languages.use(QStringLiteral("en")));
+    QCoreApplication::processEvents();
+    QCOMPARE(window->statusText(), english);
+}
+
+void tst_StudioWindow::barsAreSpoken()
+{
+    const auto window = openWindow();
+    AccessibleEvents spoken;
+    Q_EMIT window->voiceOver()->lockChanged(true);
+    QCOMPARE(spoken.takeAlerts(),
+             QStringList(QStringLiteral("The recorder is at work: The project is locked until the "
+                                        "take is over.")));
+    Q_EMIT window->voiceOver()->lockChanged(false);
+    UnfinishedTake take;
+    take.record.takePath = QStringLiteral("REC.m4a");
+    Q_EMIT window->findChild<StudioRecovery*>()->found({take});
+    const QStringList alerts = spoken.takeAlerts();
+    QCOMPARE(alerts.size(), 1);
+    QVERIFY2(alerts.first().startsWith(QLatin1String("An unfinished recording was found: REC")),
+             qPrintable(alerts.first()));
 }
 
 int main(int argc, char** argv)

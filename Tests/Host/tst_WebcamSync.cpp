@@ -57,7 +57,7 @@ void tst_WebcamSync::tenPausesPartNothing()
     QVERIFY(recorder.record(path(), true));
     QVector<double> cuts;
     for (int i = 1; i <= 10; ++i) {
-        QVERIFY(recorder.waitForTime(i * 1500));
+        QVERIFY(recorder.waitForTime(qint64(i) * 1500));
         QVERIFY(recorder->pause());
         cuts.append(static_cast<double>(recorder.events().lastTime()) / 1000.0);
         const int frames = recorder.events().frameCount();

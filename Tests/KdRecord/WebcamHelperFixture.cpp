@@ -68,3 +68,13 @@ _KdCaptureDevInf WebcamHelperFixture::device(_KdDevType type, int index, const Q
 {
     return {type, index, name, name + QStringLiteral("-id")};
 }
+
+QStringList WebcamHelperFixture::previewIdsOf(ReadyHelper& helper,
+                                              const std::function<void()>& action)
+{
+    QStringList ids{helper.previewId()};
+    m_engine->during("startPreview", [&] { ids.append(helper.previewId()); });
+    action();
+    m_engine->during("startPreview", nullptr);
+    return ids;
+}

@@ -6,6 +6,7 @@
 #include <Support/KdTestCase.h>
 #include <Support/ScriptedEngine.h>
 
+#include <functional>
 #include <memory>
 
 /** An adapter with a recorder as long as it lives, which notes the responses. */
@@ -44,6 +45,9 @@ protected:
     /** The camera or microphone that the engine lists at that place. */
     static KdVBLMODEL::_KdCaptureDevInf device(KdVBLMODEL::_KdDevType type, int index,
                                                const QString& name);
+    /** @return the identifiers that the preview has before the action, and while the engine starts
+     * it. */
+    QStringList previewIdsOf(ReadyHelper& helper, const std::function<void()>& action);
 
     std::unique_ptr<ScriptedEngine> m_engine;
     int m_keptRecorders = 0; ///< how many the test leaves to the engine

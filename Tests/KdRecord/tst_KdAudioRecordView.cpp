@@ -5,8 +5,6 @@
 #include <KdWidgets/KdTitleBar.h>
 
 #include <QAction>
-#include <QDoubleSpinBox>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMenu>
@@ -15,23 +13,7 @@
 
 using namespace KdVBLMODEL;
 
-namespace {
-
-using Action = std::function<void()>;
-using Connector = std::function<void(KdAudioRecordView*, const Action&)>;
-
-template <typename Signal>
-Connector onSignal(Signal signal)
-{
-    return [signal](KdAudioRecordView* view, const Action& action) {
-        QObject::connect(view, signal, view, [action] { action(); });
-    };
-}
-
-} // namespace
-
-Q_DECLARE_METATYPE(Connector)
-
+/** What hosts see of the dialog while it is open, and what a take tells them. */
 class tst_KdAudioRecordView : public AudioRecordFixture
 {
     Q_OBJECT
@@ -48,25 +30,9 @@ private Q_SLOTS:
     void pauseAndFailureReachTheHost();
     void muteIsToldAtEveryShowing();
 
-    void everyWayOutClosesOnce_data();
-    void everyWayOutClosesOnce();
-    void closingInMidTakeStillDeliversTheTake_data();
-    void closingInMidTakeStillDeliversTheTake();
-    void closingTwiceIsHarmless();
-    void closingInsideTheMessageOfItsOwnClosing();
-    void escapeDuringTheCountdownEndsIt();
-
     void languageChangeKeepsEverything();
     void hostCallsInAnyOrder();
     void twoDialogsAtOnce();
-    void destroyedInsideASignal_data();
-    void destroyedInsideASignal();
-    void deletedLaterFromTheShowing();
-    void destroyedWithItsParentInMidTake();
-    void destroyedFromItsTrayMenu();
-
-private:
-    void leaveBy(const QString& way);
 };
 
 void tst_KdAudioRecordView::isWhatHostsExpect()
@@ -222,123 +188,6 @@ void tst_KdAudioRecordView::muteIsToldAtEveryShowing()
     QVERIFY(view->isMuted());
 }
 
-void tst_KdAudioRecordView::leaveBy(const QString& way)
-{
-    if (way == QLatin1String("title bar")) {
-        DialogDriver::click(*view, QStringLiteral("KdTitleBar_Close"));
-    } else if (way == QLatin1String("escape")) {
-        QTest::keyClick(view, Qt::Key_Escape);
-    } else if (way == QLatin1String("tray")) {
-        entry(2)->setEnabled(true);
-        entry(2)->trigger();
-    } else if (way == QLatin1String("OK")) {
-        button(kOk)->setEnabled(true);
-        click(kOk);
-    } else if (way == QLatin1String("close")) {
-        view->close();
-    } else if (way == QLatin1String("reject")) {
-        view->reject();
-    } else if (way == QLatin1String("window system")) {
-        QCloseEvent event;
-        QApplication::sendEvent(view->windowHandle(), &event);
-    } else {
-        QFAIL(qPrintable(way));
-    }
-}
-
-void tst_KdAudioRecordView::everyWayOutClosesOnce_data()
-{
-    QTest::addColumn<QString>("way");
-    for (const char* way :
-         {"title bar", "escape", "tray", "OK", "close", "reject", "window system"}) {
-        QTest::newRow(way) << QString::fromLatin1(way);
-    }
-}
-
-void tst_KdAudioRecordView::everyWayOutClosesOnce()
-{
-    QFETCH(QString, way);
-    showView();
-    const QSignalSpy closed(view, &KdAudioRecordView::sigClose);
-    const QSignalSpy finished(view, &KdAudioRecordView::sigFinished);
-    leaveBy(way);
-    QTRY_VERIFY(!view);
-    QCOMPARE(closed.count(), 1);
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.first().first().toString(), QString());
-    QCOMPARE(engine->alive(), 0);
-}
-
-void tst_KdAudioRecordView::closingInMidTakeStillDeliversTheTake_data()
-{
-    QTest::addColumn<QString>("way");
-    for (const char* way : {"title bar", "escape", "tray", "close", "reject", "window system"}) {
-        QTest::newRow(way) << QString::fromLatin1(way);
-    }
-}
-
-void tst_KdAudioRecordView::closingInMidTakeStillDeliversTheTake()
-{
-    QFETCH(QString, way);
-    showView();
-    const QSignalSpy closed(view, &KdAudioRecordView::sigClose);
-    const QSignalSpy finished(view, &KdAudioRecordView::sigFinished);
-    const QSignalSpy ended(view, &KdAudioRecordView::sigEndCapture);
-    const QString path = startTake();
-    passTime(3000);
-    leaveBy(way);
-    QTRY_VERIFY(!view);
-    QCOMPARE(closed.count(), 1);
-    QCOMPARE(ended.count(), 1);
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.first().first().toString(), path);
-    QVERIFY(QFile::exists(path));
-    QVERIFY(!isLocked());
-}
-
-void tst_KdAudioRecordView::closingTwiceIsHarmless()
-{
-    showView();
-    const QSignalSpy closed(view, &KdAudioRecordView::sigClose);
-    view->close();
-    view->reject();
-    view->close();
-    QCOMPARE(closed.count(), 1);
-    QTRY_VERIFY(!view);
-}
-
-void tst_KdAudioRecordView::closingInsideTheMessageOfItsOwnClosing()
-{
-    showView();
-    const QSignalSpy closed(view, &KdAudioRecordView::sigClose);
-    const QSignalSpy finished(view, &KdAudioRecordView::sigFinished);
-    startTake();
-    answers->handle(QStringLiteral("KOldMessageDialog"), [this](QWidget& box) {
-        view->close();
-        view->reject();
-        QVERIFY(view);
-        drain();
-        box.close();
-    });
-    view->reject();
-    QTRY_VERIFY(!view);
-    QCOMPARE(closed.count(), 1);
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.first().first().toString(), QString());
-}
-
-void tst_KdAudioRecordView::escapeDuringTheCountdownEndsIt()
-{
-    showView();
-    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(9);
-    click(kStart);
-    QVERIFY(isCountingDown());
-    pressKey(Qt::Key_Escape);
-    QTRY_VERIFY(!view);
-    QCOMPARE(engine->count("start"), 0);
-    QVERIFY(!isLocked());
-}
-
 void tst_KdAudioRecordView::languageChangeKeepsEverything()
 {
     showView();
@@ -394,106 +243,6 @@ void tst_KdAudioRecordView::twoDialogsAtOnce()
     QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(view));
     stopTake();
     QCOMPARE(finishedPath, path);
-}
-
-void tst_KdAudioRecordView::destroyedInsideASignal_data()
-{
-    using View = KdAudioRecordView;
-    QTest::addColumn<Connector>("connector");
-    QTest::addColumn<QString>("signal");
-    QTest::addColumn<bool>("later");
-    const QList<QPair<const char*, Connector>> rows{
-        {"sigStartRecordBtnClick", onSignal(&View::sigStartRecordBtnClick)},
-        {"sigStartCapture", onSignal(&View::sigStartCapture)},
-        {"sigCaptureDoing", onSignal(&View::sigCaptureDoing)},
-        {"sigPause", onSignal(&View::sigPause)},
-        {"sigResume", onSignal(&View::sigResume)},
-        {"sigMute", onSignal(&View::sigMute)},
-        {"sigClose", onSignal(&View::sigClose)},
-        {"sigEndCapture", onSignal(&View::sigEndCapture)},
-        {"sigFinished", onSignal(&View::sigFinished)},
-    };
-    for (const auto& row : rows) {
-        for (const bool later : {false, true}) {
-            QTest::addRow("%s %s", row.first, later ? "later" : "at once")
-                << row.second << QString::fromLatin1(row.first) << later;
-        }
-    }
-}
-
-void tst_KdAudioRecordView::destroyedInsideASignal()
-{
-    QFETCH(Connector, connector);
-    QFETCH(QString, signal);
-    QFETCH(bool, later);
-    showView();
-    bool hasCome = false;
-    connector(view, [this, later, &hasCome] {
-        if (hasCome) {
-            return;
-        }
-        hasCome = true;
-        if (later) {
-            view->deleteLater();
-        } else {
-            delete view;
-        }
-    });
-    // Everything that a user can do, until the dialog has gone.
-    const QList<std::function<void()>> steps{
-        [this] { click("KAudioCapture_MuteBox"); },
-        [this] { click(kStart); },
-        [this] { QTRY_VERIFY(!view || panel->status() == fcsRecording); },
-        [this] {
-            engine->deliverTime(1000);
-            drain();
-        },
-        [this] { click(kPause); },
-        [this] { click(kPause); },
-        [this] { passTime(2000); },
-        [this] { DialogDriver::click(*view, QStringLiteral("KdTitleBar_Close")); },
-    };
-    for (const auto& step : steps) {
-        if (view) {
-            step();
-            drain();
-        }
-    }
-    QVERIFY2(hasCome, qPrintable(signal));
-    QTRY_VERIFY(!view);
-    QCOMPARE(engine->alive(), 0);
-    QVERIFY(!isLocked());
-}
-
-void tst_KdAudioRecordView::deletedLaterFromTheShowing()
-{
-    view = new KdAudioRecordView;
-    connect(view, &KdAudioRecordView::sigMute, view, &QObject::deleteLater);
-    QCOMPARE(view->doModal(), 1);
-    QTRY_VERIFY(!view);
-}
-
-void tst_KdAudioRecordView::destroyedWithItsParentInMidTake()
-{
-    mainWindow->show();
-    showView(mainWindow.get());
-    startTake();
-    engine->deliverTime(1000);
-    mainWindow.reset();
-    QVERIFY(!view);
-    drain();
-    QCOMPARE(engine->alive(), 0);
-    mainWindow = std::make_unique<QWidget>();
-}
-
-void tst_KdAudioRecordView::destroyedFromItsTrayMenu()
-{
-    showView();
-    QPointer<QMenu> menu = tray()->contextMenu();
-    connect(view, &KdAudioRecordView::sigClose, this, [this] { delete view; });
-    entry(2)->trigger();
-    QVERIFY(!view);
-    QTRY_VERIFY(!menu);
 }
 
 int main(int argc, char** argv)

@@ -1,3 +1,5 @@
+#include "CountCtrlTest.h"
+
 #include <KdRecord/KdCountCtrlVideo.h>
 
 #include <Support/KdTestCase.h>
@@ -7,6 +9,8 @@
 #include <QSet>
 #include <QSignalSpy>
 #include <QTimerEvent>
+
+using CountCtrlTest::tick;
 
 namespace {
 
@@ -43,19 +47,6 @@ public:
         return false;
     }
 };
-
-QTimer* timerOf(KdCountCtrl& ctrl)
-{
-    return ctrl.findChild<QTimer*>(QStringLiteral("KdCountCtrl_Timer"));
-}
-
-void tick(KdCountCtrl& ctrl, int times = 1)
-{
-    QTimer* const timer = timerOf(ctrl);
-    for (int i = 0; i < times; ++i) {
-        QMetaObject::invokeMethod(timer, "timeout");
-    }
-}
 
 /** What the control is to look like, painted without it. */
 QImage painted(const QWidget& like, const QString& number, int degrees, const QPoint& ringCorner)

@@ -1,87 +1,15 @@
-#include <KdRecord/KdRecordDeviceConnector.h>
+#include "DeviceConnectorRig.h"
 
 #include <Support/KdTestCase.h>
 
 #include <QMetaMethod>
-#include <QPointer>
-#include <QSignalSpy>
 
 #include <limits>
-#include <memory>
-#include <stdexcept>
 
 using namespace KdVBLMODEL;
+using namespace DeviceConnectorTest;
 
-using Devices = QList<_KdCaptureDevInf>;
-
-namespace {
-
-_KdCaptureDevInf device(const char* name, int index = 0, _KdDevType type = kdtWebcam)
-{
-    return {type, index, QLatin1String(name), QLatin1String(name) + QStringLiteral("-id")};
-}
-
-QStringList namesOf(const Devices& devices)
-{
-    QStringList names;
-    for (const _KdCaptureDevInf& listed : devices) {
-        names.append(listed.name);
-    }
-    return names;
-}
-
-QString text(const _KdCaptureDevInf& device)
-{
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(device.devType)
-        .arg(device.index)
-        .arg(device.name, device.id);
-}
-
-/** A connector with hooks that answer from here, and spies on its signals. */
-class Rig
-{
-public:
-    explicit Rig(_KdDevType type = kdtWebcam) : connector(new KdRecordDeviceConnector(type))
-    {
-        connector->registerRefreshDeviceList([this](_KdDevType asked) {
-            askedTypes.append(asked);
-            return plugged;
-        });
-        connector->registerSwitchDevice([this](const _KdCaptureDevInf& chosen) {
-            switchedTo.append(chosen);
-            return acceptsSwitch;
-        });
-    }
-    ~Rig() { delete connector; }
-
-    void event(int status, int index = 0)
-    {
-        connector->processDeviceStatusChangeEvent(static_cast<_KdCaptureDeviceStatus>(status),
-                                                  index);
-    }
-
-    QPointer<KdRecordDeviceConnector> connector;
-    Devices plugged;
-    bool acceptsSwitch = true;
-    QList<int> askedTypes;
-    Devices switchedTo;
-    QSignalSpy refreshed{connector, &KdRecordDeviceConnector::sigDeviceListRefreshed};
-    QSignalSpy occupied{connector, &KdRecordDeviceConnector::sigDeviceOccupied};
-    QSignalSpy lost{connector, &KdRecordDeviceConnector::sigCurrentDeviceLost};
-    QSignalSpy switched{connector, &KdRecordDeviceConnector::sigCurrentDeviceSwitched};
-
-private:
-    Q_DISABLE_COPY(Rig)
-};
-
-const char* const kNoRefreshHook =
-    "checkRefreshDeviceListFunction: You must registerRefreshDeviceList firstly$";
-const char* const kNoSwitchHook =
-    "checkSwitchDeviceFunction: You must registerSwitchDevice firstly$";
-
-} // namespace
-
+/** The list of devices, the current one, and what events do to both. */
 class tst_KdRecordDeviceConnector : public KdTestCase
 {
     Q_OBJECT
@@ -97,7 +25,6 @@ private Q_SLOTS:
     void refreshingFindsTheCurrentDeviceByItsIdAlone();
     void refreshingKeepsACurrentDeviceThatIsNotListed();
     void refreshingTakesTheFirstOfTwoWithTheCurrentId();
-    void aHookCanBeReplacedAndTakenAway();
 
     void switchesByPosition();
     void aPositionOutsideTheListIsRefusedUnheard_data();
@@ -117,24 +44,6 @@ private Q_SLOTS:
     void aDeviceThatComesBackIsUpToDateAgain();
     void anotherTypeUnderTheSameIdIsALossAndTheCurrentDevice();
     void withoutACurrentDeviceNothingIsLost();
-
-    void aMissingRefreshHookIsTold();
-    void aMissingSwitchHookIsTold();
-    void whatTheRefreshHookThrowsGoesNoFurther_data();
-    void whatTheRefreshHookThrowsGoesNoFurther();
-    void whatTheSwitchHookThrowsGoesNoFurther();
-    void aRemovalThatCannotBeLookedUpIsNoLoss();
-    void aRefreshHookThatRefreshesIsRefused();
-    void aRefreshHookMayReplaceItself();
-    void aSwitchHookMayRefresh();
-    void aSwitchHookThatSwitchesIsRefused();
-    void aSwitchBySomethingOfTheListSurvivesARefresh();
-    void aRefreshHookMayDestroyTheConnector_data();
-    void aRefreshHookMayDestroyTheConnector();
-    void aSwitchHookMayDestroyTheConnector_data();
-    void aSwitchHookMayDestroyTheConnector();
-    void aReceiverMayDestroyTheConnector();
-    void hooksGoWithTheConnector();
 };
 
 void tst_KdRecordDeviceConnector::declaresItsSignalsInOrder()
@@ -238,19 +147,6 @@ void tst_KdRecordDeviceConnector::refreshingTakesTheFirstOfTwoWithTheCurrentId()
                    {kdtWebcam, 6, QStringLiteral("second"), QStringLiteral("A-id")}};
     rig.connector->refreshDeviceList();
     QCOMPARE(rig.connector->currentDevice().index, 5);
-}
-
-void tst_KdRecordDeviceConnector::aHookCanBeReplacedAndTakenAway()
-{
-    Rig rig;
-    rig.connector->registerRefreshDeviceList([](_KdDevType) { return Devices{device("Other")}; });
-    rig.connector->refreshDeviceList();
-    QCOMPARE(namesOf(rig.connector->allDevices()), QStringList(QStringLiteral("Other")));
-    QVERIFY(rig.askedTypes.isEmpty());
-    rig.connector->registerRefreshDeviceList(nullptr);
-    expectLog(QLatin1String(kNoRefreshHook));
-    rig.connector->refreshDeviceList();
-    QCOMPARE(rig.refreshed.size(), 1);
 }
 
 void tst_KdRecordDeviceConnector::switchesByPosition()
@@ -480,246 +376,6 @@ void tst_KdRecordDeviceConnector::withoutACurrentDeviceNothingIsLost()
     rig.plugged.clear();
     rig.event(fcdWebcamRemoved);
     QVERIFY(rig.lost.isEmpty());
-}
-
-void tst_KdRecordDeviceConnector::aMissingRefreshHookIsTold()
-{
-    KdRecordDeviceConnector connector(kdtWebcam);
-    const QSignalSpy refreshed(&connector, &KdRecordDeviceConnector::sigDeviceListRefreshed);
-    expectLog(QLatin1String(kNoRefreshHook));
-    connector.refreshDeviceList();
-    connector.processDeviceStatusChangeEvent(fcdWebcamRemoved, 0);
-    QVERIFY(refreshed.isEmpty());
-    QVERIFY(connector.allDevices().isEmpty());
-    QCOMPARE(logRecords().size(), 2);
-    QCOMPARE(logRecords().first().level, int(KdBaseLog::Error));
-    QCOMPARE(logRecords().first().function,
-             QByteArray("KdRecordDeviceConnectorPrivate::checkRefreshDeviceListFunction"));
-}
-
-void tst_KdRecordDeviceConnector::aMissingSwitchHookIsTold()
-{
-    KdRecordDeviceConnector connector(kdtWebcam);
-    connector.registerRefreshDeviceList([](_KdDevType) { return Devices{device("A")}; });
-    connector.refreshDeviceList();
-    expectLog(QLatin1String(kNoSwitchHook));
-    QVERIFY(!connector.switchDevice(0));
-    QCOMPARE(connector.currentDevice().devType, 0);
-    QCOMPARE(logRecords().first().function,
-             QByteArray("KdRecordDeviceConnectorPrivate::checkSwitchDeviceFunction"));
-}
-
-void tst_KdRecordDeviceConnector::whatTheRefreshHookThrowsGoesNoFurther_data()
-{
-    QTest::addColumn<bool>("isStandard");
-    QTest::newRow("a standard exception") << true;
-    QTest::newRow("anything else") << false;
-}
-
-void tst_KdRecordDeviceConnector::whatTheRefreshHookThrowsGoesNoFurther()
-{
-    QFETCH(bool, isStandard);
-    Rig rig;
-    rig.plugged = {device("A")};
-    rig.connector->refreshDeviceList();
-    rig.connector->registerRefreshDeviceList([isStandard](_KdDevType) -> Devices {
-        if (isStandard) {
-            throw std::runtime_error("planted %s");
-        }
-        throw 7;
-    });
-    expectLog(isStandard ? QStringLiteral("threw an exception: planted %s$")
-                         : QStringLiteral("threw an exception of an unknown type$"));
-    rig.connector->refreshDeviceList();
-    QCOMPARE(rig.refreshed.size(), 1);
-    QCOMPARE(namesOf(rig.connector->allDevices()), QStringList(QStringLiteral("A")));
-    rig.connector->registerRefreshDeviceList([](_KdDevType) { return Devices(); });
-    rig.connector->refreshDeviceList();
-    QCOMPARE(rig.refreshed.size(), 2);
-}
-
-void tst_KdRecordDeviceConnector::whatTheSwitchHookThrowsGoesNoFurther()
-{
-    Rig rig;
-    rig.plugged = {device("A"), device("B", 1)};
-    rig.connector->refreshDeviceList();
-    QVERIFY(rig.connector->switchDevice(0));
-    rig.connector->registerSwitchDevice(
-        [](const _KdCaptureDevInf&) -> bool { throw std::runtime_error("planted"); });
-    expectLog(QStringLiteral("threw an exception: planted$"));
-    QVERIFY(!rig.connector->switchDevice(1));
-    QCOMPARE(rig.connector->currentDevice().name, QStringLiteral("A"));
-    rig.connector->registerSwitchDevice([](const _KdCaptureDevInf&) { return true; });
-    QVERIFY(rig.connector->switchDevice(1));
-}
-
-void tst_KdRecordDeviceConnector::aRemovalThatCannotBeLookedUpIsNoLoss()
-{
-    Rig rig;
-    rig.plugged = {device("A")};
-    rig.connector->refreshDeviceList();
-    QVERIFY(rig.connector->switchDevice(0));
-    rig.connector->registerRefreshDeviceList(
-        [](_KdDevType) -> Devices { throw std::runtime_error("planted"); });
-    expectLog(QStringLiteral("threw an exception: planted$"));
-    rig.event(fcdWebcamRemoved);
-    QVERIFY(rig.lost.isEmpty());
-    QCOMPARE(rig.connector->allDevices().size(), 1);
-}
-
-void tst_KdRecordDeviceConnector::aRefreshHookThatRefreshesIsRefused()
-{
-    Rig rig;
-    int runs = 0;
-    rig.connector->registerRefreshDeviceList([&rig, &runs](_KdDevType) {
-        ++runs;
-        rig.connector->refreshDeviceList();
-        rig.event(fcdWebcamRemoved);
-        return Devices{device("A")};
-    });
-    expectLog(QStringLiteral("cannot be refreshed by its own refresh hook$"));
-    rig.connector->refreshDeviceList();
-    QCOMPARE(runs, 1);
-    QCOMPARE(rig.refreshed.size(), 1);
-    QVERIFY(rig.lost.isEmpty());
-    QCOMPARE(rig.connector->allDevices().size(), 1);
-}
-
-void tst_KdRecordDeviceConnector::aRefreshHookMayReplaceItself()
-{
-    Rig rig;
-    rig.connector->registerRefreshDeviceList([&rig, kept = device("A")](_KdDevType) {
-        rig.connector->registerRefreshDeviceList(nullptr);
-        return Devices{kept}; // still there
-    });
-    rig.connector->refreshDeviceList();
-    QCOMPARE(namesOf(rig.connector->allDevices()), QStringList(QStringLiteral("A")));
-}
-
-void tst_KdRecordDeviceConnector::aSwitchHookMayRefresh()
-{
-    Rig rig;
-    rig.plugged = {device("A")};
-    rig.connector->refreshDeviceList();
-    rig.connector->registerSwitchDevice([&rig](const _KdCaptureDevInf&) {
-        rig.plugged.append(device("B", 1));
-        rig.connector->refreshDeviceList();
-        return true;
-    });
-    QVERIFY(rig.connector->switchDevice(0));
-    QCOMPARE(rig.connector->currentDevice().name, QStringLiteral("A"));
-    QCOMPARE(rig.connector->allDevices().size(), 2);
-}
-
-void tst_KdRecordDeviceConnector::aSwitchHookThatSwitchesIsRefused()
-{
-    Rig rig;
-    rig.plugged = {device("A"), device("B", 1)};
-    rig.connector->refreshDeviceList();
-    bool inner = true;
-    rig.connector->registerSwitchDevice([&](const _KdCaptureDevInf&) {
-        inner = rig.connector->switchDevice(1);
-        return true;
-    });
-    expectLog(QStringLiteral("cannot be switched by its own switch hook$"));
-    QVERIFY(rig.connector->switchDevice(0));
-    QVERIFY(!inner);
-    QCOMPARE(rig.connector->currentDevice().name, QStringLiteral("A"));
-}
-
-void tst_KdRecordDeviceConnector::aSwitchBySomethingOfTheListSurvivesARefresh()
-{
-    Rig rig;
-    rig.plugged = {device("A"), device("B", 1)};
-    rig.connector->refreshDeviceList();
-    rig.connector->registerSwitchDevice([&rig](const _KdCaptureDevInf&) {
-        rig.plugged.clear();
-        rig.connector->refreshDeviceList();
-        return true;
-    });
-    auto& ofTheList = const_cast<_KdCaptureDevInf&>(rig.connector->allDevices().at(1));
-    QVERIFY(rig.connector->switchDevice(ofTheList));
-    QCOMPARE(text(rig.connector->currentDevice()), QStringLiteral("2 1 B B-id"));
-}
-
-void tst_KdRecordDeviceConnector::aRefreshHookMayDestroyTheConnector_data()
-{
-    QTest::addColumn<int>("status");
-    QTest::addColumn<bool>("throws");
-    QTest::newRow("in a refresh") << int(fcdWebcamListChanged) << false;
-    QTest::newRow("in a removal") << int(fcdWebcamRemoved) << false;
-    QTest::newRow("in a removal, throwing") << int(fcdWebcamRemoved) << true;
-}
-
-void tst_KdRecordDeviceConnector::aRefreshHookMayDestroyTheConnector()
-{
-    QFETCH(int, status);
-    QFETCH(bool, throws);
-    Rig rig;
-    rig.plugged = {device("A")};
-    rig.connector->refreshDeviceList();
-    QVERIFY(rig.connector->switchDevice(0));
-    rig.connector->registerRefreshDeviceList([&rig, throws](_KdDevType) -> Devices {
-        delete rig.connector;
-        if (throws) {
-            throw std::runtime_error("planted");
-        }
-        return {};
-    });
-    if (throws) {
-        expectLog(QStringLiteral("threw an exception: planted$"));
-    }
-    rig.event(status);
-    QVERIFY(!rig.connector);
-    QCOMPARE(rig.refreshed.size(), 1);
-    QVERIFY(rig.lost.isEmpty());
-}
-
-void tst_KdRecordDeviceConnector::aSwitchHookMayDestroyTheConnector_data()
-{
-    QTest::addColumn<bool>("isAccepted");
-    QTest::newRow("accepted") << true;
-    QTest::newRow("refused") << false;
-}
-
-void tst_KdRecordDeviceConnector::aSwitchHookMayDestroyTheConnector()
-{
-    QFETCH(bool, isAccepted);
-    Rig rig;
-    rig.plugged = {device("A")};
-    rig.connector->refreshDeviceList();
-    rig.connector->registerSwitchDevice([&rig, isAccepted](const _KdCaptureDevInf&) {
-        delete rig.connector;
-        return isAccepted;
-    });
-    QCOMPARE(rig.connector->switchDevice(0), isAccepted);
-    QVERIFY(!rig.connector);
-}
-
-void tst_KdRecordDeviceConnector::aReceiverMayDestroyTheConnector()
-{
-    Rig rig;
-    rig.plugged = {device("A")};
-    rig.connector->refreshDeviceList();
-    QVERIFY(rig.connector->switchDevice(0));
-    rig.plugged.clear();
-    connect(rig.connector, &KdRecordDeviceConnector::sigDeviceListRefreshed, this,
-            [&rig] { delete rig.connector; });
-    rig.event(fcdWebcamRemoved);
-    QVERIFY(!rig.connector);
-    QVERIFY(rig.lost.isEmpty());
-}
-
-void tst_KdRecordDeviceConnector::hooksGoWithTheConnector()
-{
-    const auto held = std::make_shared<int>(0);
-    {
-        KdRecordDeviceConnector connector(kdtWebcam);
-        connector.registerRefreshDeviceList([held](_KdDevType) { return Devices(); });
-        connector.registerSwitchDevice([held](const _KdCaptureDevInf&) { return false; });
-        QCOMPARE(held.use_count(), 3L);
-    }
-    QCOMPARE(held.use_count(), 1L);
 }
 
 int main(int argc, char** argv)

@@ -203,7 +203,7 @@ tst_KdWebcamRecordPanelLife::Triggers tst_KdWebcamRecordPanelLife::takeTriggers(
 Action tst_KdWebcamRecordPanelLife::prepared(const QString& what)
 {
     showPanel();
-    if (const Action action = previewTriggers().value(what)) {
+    if (Action action = previewTriggers().value(what)) {
         return action;
     }
     startTake();

@@ -41,7 +41,7 @@ QString ExampleBuild::run()
         return QStringLiteral("the sources of %1 could not be copied").arg(m_example);
     }
     const QString build = m_place + QLatin1String("/build");
-    const QString configured = complaint(
+    QString configured = complaint(
         Command::run(QStringLiteral(KD_CMAKE),
                      {QStringLiteral("-S"), m_place + QLatin1String("/source"),
                       QStringLiteral("-B"), build, QStringLiteral("-G"), QStringLiteral("Ninja"),

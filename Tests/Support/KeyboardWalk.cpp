@@ -38,7 +38,9 @@ bool isControl(const QWidget& widget)
         qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QAbstractSpinBox*>(&widget) ||
         qobject_cast<const QAbstractSlider*>(&widget) ||
         qobject_cast<const QAbstractItemView*>(&widget) || qobject_cast<const QTabBar*>(&widget);
-    return !isPart && (isKind || (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus);
+    // A frame around its control, as a tab widget is around its bar.
+    const bool isFrame = widget.isAncestorOf(widget.focusProxy());
+    return !isPart && !isFrame && (isKind || (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus);
 }
 
 QList<QWidget*> controls(const QWidget& window)

@@ -11,6 +11,9 @@ namespace {
 
 QPixmap cutRound(QPixmap pixmap)
 {
+    if (pixmap.isNull()) {
+        return pixmap;
+    }
     const int diameter = std::min(pixmap.width(), pixmap.height());
     QBitmap mask(pixmap.size());
     {

@@ -1,20 +1,19 @@
 #include "TextContrast.h"
 
+#include "MouseRest.h"
+#include "PaintedTexts.h"
 #include "ShownTexts.h"
 #include "WidgetLooks.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QHash>
+#include <QHelpEvent>
 #include <QImage>
 #include <QLabel>
-#include <QLineEdit>
-#include <QStyleOptionButton>
-#include <QStyleOptionComboBox>
-#include <QTabBar>
+#include <QMenu>
+#include <QToolTip>
 #include <QWidget>
 
 #include <algorithm>
@@ -26,26 +25,21 @@ namespace {
 constexpr int kEnlargement = 3; ///< so that the strokes of small letters have a middle
 constexpr int kFewestPixels = 6;
 
+/** Something to be seen. */
 struct Place
 {
-    const QWidget* widget;
-    QRect area; ///< in the widget
-    QString text;
+    QString what;
+    QRect area; ///< in the window
+    double leastRatio;
 };
 
-QImage enlarged(QWidget& window)
+QImage enlarged(QWidget& window, const QRect& area)
 {
-    QImage image(window.size() * kEnlargement, QImage::Format_RGB32);
+    QImage image(area.size() * kEnlargement, QImage::Format_RGB32);
     image.setDevicePixelRatio(kEnlargement);
     image.fill(window.palette().color(QPalette::Window));
-    window.render(&image);
+    window.render(&image, QPoint(), QRegion(area));
     return image;
-}
-
-QImage cut(const QImage& whole, const Place& place, const QWidget& window)
-{
-    const QRect area(place.widget->mapTo(&window, place.area.topLeft()), place.area.size());
-    return whole.copy(QRect(area.topLeft() * kEnlargement, area.size() * kEnlargement));
 }
 
 QHash<QRgb, int> colorsOf(const QImage& image)
@@ -73,101 +67,143 @@ double contrastIn(const QImage& image)
     return best;
 }
 
-QRect checkBoxText(const QCheckBox& box)
+QRect areaIn(const QWidget& window, const QWidget& widget, const QRect& part)
 {
-    QStyleOptionButton option;
-    option.initFrom(&box);
-    option.text = box.text();
-    return box.style()->subElementRect(QStyle::SE_CheckBoxContents, &option, &box);
+    return {widget.mapTo(&window, part.topLeft()), part.size()};
 }
 
-QRect comboText(const QComboBox& combo)
+/** What can be seen of a widget, in the window; less where it is scrolled. */
+QRect seenPart(const QWidget& window, const QWidget& widget)
 {
-    QStyleOptionComboBox option;
-    option.initFrom(&combo);
-    return combo.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField,
-                                         &combo);
+    QRect seen = areaIn(window, widget, widget.rect());
+    const QWidget* around = &widget;
+    while (around != &window) {
+        around = around->parentWidget();
+        seen &= areaIn(window, *around, around->rect());
+    }
+    return seen;
 }
 
-QVector<Place> tabs(const QTabBar& bar)
+/** Whether a child that is none of the widget's lies over a place. */
+bool isCovered(const QWidget& window, const QWidget& widget, const QPoint& place)
 {
+    const QWidget* const above = window.childAt(place);
+    return above && above != &widget && !widget.isAncestorOf(above) &&
+           !above->isAncestorOf(&widget);
+}
+
+/** Whether another window of ours lies over the middle of a widget. */
+bool isUnderWindow(const QWidget& widget)
+{
+    const QPoint middle = widget.mapToGlobal(widget.rect().center());
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.cbegin(), windows.cend(), [&](const QWidget* window) {
+        return window != widget.window() && window->isVisible() && window->parentWidget() &&
+               window->geometry().contains(middle);
+    });
+}
+
+bool isInactive(const QWidget& widget, const QRect& area)
+{
+    if (const auto* menu = qobject_cast<const QMenu*>(&widget)) {
+        const QAction* const entry = menu->actionAt(area.center());
+        return entry && !entry->isEnabled();
+    }
+    return !widget.isEnabled() && !qobject_cast<const QLabel*>(&widget);
+}
+
+bool isReadable(const QString& text)
+{
+    return std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isLetterOrNumber(); });
+}
+
+QVector<Place> textsOf(const QWidget& window, QWidget& widget, double leastRatio)
+{
+    const QRect seen = seenPart(window, widget);
     QVector<Place> places;
-    for (int tab = 0; tab < bar.count(); ++tab) {
-        places.append({&bar, bar.tabRect(tab).adjusted(0, 0, 0, -2), bar.tabText(tab)});
+    const QVector<PaintedText> texts = paintedTexts(widget);
+    for (const PaintedText& text : texts) {
+        const QRect area = areaIn(window, widget, text.area) & seen;
+        if (isReadable(text.text) && !isInactive(widget, text.area) && !area.isEmpty() &&
+            !isCovered(window, widget, area.center())) {
+            places.append({nameOf(widget) + QStringLiteral(": ") + text.text, area, leastRatio});
+        }
     }
     return places;
 }
 
-QVector<Place> textsOf(const QWidget& widget)
-{
-    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
-        return {{label, label->contentsRect(), label->text()}};
-    }
-    if (const auto* bar = qobject_cast<const QTabBar*>(&widget)) {
-        return tabs(*bar);
-    }
-    if (!widget.isEnabled()) {
-        return {};
-    }
-    if (const auto* box = qobject_cast<const QCheckBox*>(&widget)) {
-        return {{box, checkBoxText(*box), box->text()}};
-    }
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
-        return {{button, button->rect().adjusted(3, 3, -3, -3), button->text()}};
-    }
-    if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
-        return {{combo, comboText(*combo), combo->currentText()}};
-    }
-    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget)) {
-        return {
-            {edit, edit->rect().adjusted(6, 3, -24, -3), edit->text() + edit->placeholderText()}};
-    }
-    return {};
-}
-
-/** Whether another control, or another window of ours, lies over its middle. */
-bool isCovered(const QWidget& widget)
-{
-    const QPoint middle = widget.mapToGlobal(widget.rect().center());
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    const bool isUnderWindow =
-        std::any_of(windows.cbegin(), windows.cend(), [&](const QWidget* window) {
-            return window != widget.window() && window->isVisible() && window->parentWidget() &&
-                   window->geometry().contains(middle);
-        });
-    const QWidget* const above = widget.window()->childAt(widget.window()->mapFromGlobal(middle));
-    return isUnderWindow || (above && above != &widget && !widget.isAncestorOf(above));
-}
-
-QVector<Place> iconsOf(const QWidget& widget)
+QVector<Place> iconOf(const QWidget& window, const QWidget& widget, double leastRatio)
 {
     const auto* button = qobject_cast<const QAbstractButton*>(&widget);
-    const bool isIcon =
-        button && button->isEnabled() && button->text().isEmpty() && !isCovered(*button);
-    return isIcon ? QVector<Place>{{button, button->rect(), QStringLiteral("icon")}}
+    const QRect area = areaIn(window, widget, widget.rect());
+    const bool isIcon = button && button->isEnabled() && button->text().isEmpty() &&
+                        !isCovered(window, widget, area.center()) && !isUnderWindow(widget);
+    return isIcon ? QVector<Place>{{nameOf(widget) + QStringLiteral(": icon"), area, leastRatio}}
                   : QVector<Place>();
 }
 
-QStringList faintPlaces(QWidget& window, double leastRatio,
-                        QVector<Place> (*placesOf)(const QWidget&))
+QStringList faintOf(QWidget& window, const QRect& shown, const QVector<Place>& places)
 {
-    const QImage whole = enlarged(window);
+    const QImage image = enlarged(window, shown);
     QStringList found;
-    QList<QWidget*> widgets = window.findChildren<QWidget*>();
-    widgets.prepend(&window);
-    for (const QWidget* widget : qAsConst(widgets)) {
-        const QVector<Place> places = widget->isVisible() && widget->window() == &window
-                                          ? placesOf(*widget)
-                                          : QVector<Place>();
-        for (const Place& place : places) {
-            const double ratio = contrastIn(cut(whole, place, window));
-            if (!place.text.trimmed().isEmpty() && ratio < leastRatio) {
-                found.append(QStringLiteral("%1: %2 (%3)")
-                                 .arg(nameOf(*widget), place.text)
-                                 .arg(ratio, 0, 'f', 2));
-            }
+    for (const Place& place : places) {
+        const QRect area = place.area.translated(-shown.topLeft()) & QRect(QPoint(), shown.size());
+        const double ratio = contrastIn(
+            image.copy(QRect(area.topLeft() * kEnlargement, area.size() * kEnlargement)));
+        if (ratio < place.leastRatio) {
+            found.append(QStringLiteral("%1 (%2)").arg(place.what).arg(ratio, 0, 'f', 2));
         }
     }
+    return found;
+}
+
+/** The window and all in it that can be seen. */
+QList<QWidget*> shownWidgets(QWidget& window)
+{
+    QList<QWidget*> shown{&window};
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        if (widget->window() == &window && widget->isVisible()) {
+            shown.append(widget);
+        }
+    }
+    return shown;
+}
+
+QVector<Place> withChildren(const QWidget& window, QWidget& widget, double leastTextRatio,
+                            double leastIconRatio)
+{
+    QVector<Place> places = iconOf(window, widget, leastIconRatio);
+    places += textsOf(window, widget, leastTextRatio);
+    const QList<QWidget*> children = widget.findChildren<QWidget*>();
+    for (QWidget* child : children) {
+        if (child->isVisible() && child->window() == &window) {
+            places += textsOf(window, *child, leastTextRatio);
+        }
+    }
+    return places;
+}
+
+QWidget* shownTip()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto tip = std::find_if(windows.cbegin(), windows.cend(), [](const QWidget* window) {
+        return window->inherits("QTipLabel") && window->isVisible();
+    });
+    return tip == windows.cend() ? nullptr : *tip;
+}
+
+QStringList faintTip(QWidget& widget, const QPoint& place, double leastRatio)
+{
+    QHelpEvent event(QEvent::ToolTip, place, widget.mapToGlobal(place));
+    QCoreApplication::sendEvent(&widget, &event);
+    QWidget* const tip = event.isAccepted() ? shownTip() : nullptr;
+    if (!tip) {
+        return {};
+    }
+    const QStringList found = faintTexts(*tip, leastRatio);
+    QToolTip::hideText();
+    tip->hide(); // at once, so that it is not taken for the next one
     return found;
 }
 
@@ -196,12 +232,54 @@ bool takesFocus(const QWidget& widget, const QWidget& window)
 
 QStringList faintTexts(QWidget& window, double leastRatio)
 {
-    return faintPlaces(window, leastRatio, textsOf);
+    QVector<Place> places;
+    const QList<QWidget*> widgets = shownWidgets(window);
+    for (QWidget* widget : widgets) {
+        places += textsOf(window, *widget, leastRatio);
+    }
+    return faintOf(window, window.rect(), places);
 }
 
 QStringList faintIcons(QWidget& window, double leastRatio)
 {
-    return faintPlaces(window, leastRatio, iconsOf);
+    QVector<Place> places;
+    const QList<QWidget*> widgets = shownWidgets(window);
+    for (const QWidget* widget : widgets) {
+        places += iconOf(window, *widget, leastRatio);
+    }
+    return faintOf(window, window.rect(), places);
+}
+
+QStringList faintUnderMouse(QWidget& window, double leastTextRatio, double leastIconRatio)
+{
+    QStringList found;
+    const QList<QWidget*> widgets = shownWidgets(window);
+    for (QWidget* widget : widgets) {
+        const QVector<QPoint> places =
+            widget->isEnabled() ? placesForMouse(*widget) : QVector<QPoint>();
+        for (const QPoint& place : places) {
+            const MouseRest rest(*widget, place);
+            found += faintOf(window, seenPart(window, *widget),
+                             withChildren(window, *widget, leastTextRatio, leastIconRatio));
+        }
+    }
+    return found;
+}
+
+QStringList faintTips(QWidget& window, double leastRatio)
+{
+    QStringList found;
+    const QList<QWidget*> widgets = shownWidgets(window);
+    for (QWidget* widget : widgets) {
+        QVector<QPoint> places = placesForMouse(*widget);
+        if (places.isEmpty()) {
+            places.append(widget->rect().center());
+        }
+        for (const QPoint& place : qAsConst(places)) {
+            found += faintTip(*widget, place, leastRatio);
+        }
+    }
+    return found;
 }
 
 QStringList faintFocus(QWidget& window, double leastRatio)
@@ -216,12 +294,11 @@ QStringList faintFocus(QWidget& window, double leastRatio)
             focused->clearFocus();
         }
         QCoreApplication::processEvents();
-        const Place place{widget, widget->rect(), QString()};
-        const QImage before = cut(enlarged(window), place, window);
+        const QRect place = seenPart(window, *widget);
+        const QImage before = enlarged(window, place);
         widget->setFocus(Qt::TabFocusReason);
         QCoreApplication::processEvents();
-        const int changed =
-            differingPixels(before, cut(enlarged(window), place, window), leastRatio);
+        const int changed = differingPixels(before, enlarged(window, place), leastRatio);
         // A ring, or a line below the text.
         if (changed < widget->width() * kEnlargement / 2) {
             found.append(nameOf(*widget) + QStringLiteral(" (%1 pixels)").arg(changed));

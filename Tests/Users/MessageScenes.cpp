@@ -1,7 +1,11 @@
 #include "RecorderScenes.h"
 
+#include <KdRecord/KAdvanceSettings.h>
+#include <KdRecord/KdAudioRecordView.h>
 #include <KdRecord/KdOutputFolderCheck.h>
 #include <KdRecord/KdRecordNotices.h>
+
+#include <QComboBox>
 
 namespace {
 
@@ -37,6 +41,25 @@ UserScene tip()
     return {"tip after a take", UserScene::Passing, show};
 }
 
+template <typename Dialog>
+UserScene list(const char* name, const QSize& size, const char* owner)
+{
+    const auto show = [size, owner](const UserScene::Look& look) {
+        RecorderStage stage;
+        auto* const dialog = new Dialog(nullptr);
+        dialog->setFixedSize(size);
+        stage.setView(dialog);
+        auto* const widget = stage.view()->findChild<QWidget*>(QLatin1String(owner));
+        auto* const own = qobject_cast<QComboBox*>(widget);
+        auto* const box = own ? own : widget->findChild<QComboBox*>();
+        box->showPopup();
+        RecorderStage::waitForWindow("QComboBoxPrivateContainer");
+        look(*stage.view());
+        box->hidePopup();
+    };
+    return {name, UserScene::Passing, show};
+}
+
 const QString kMicrophone = QStringLiteral("Mic A");
 const QString kCamera = QStringLiteral("Cam A");
 
@@ -47,6 +70,8 @@ UserScenes messageScenes(const std::unique_ptr<WindowAnswers>& answers)
     using Notices = KdRecordNotices;
     return {
         tip(),
+        list<KdAudioRecordView>("voice-over's list", {480, 448}, "KAudioCapture_InputBox"),
+        list<KAdvanceSettings>("advanced settings' list", {480, 473}, "KAudioSettings_Channel"),
         message("no device", answers, [](Notices& n, QWidget&) { n.tellNoDevice(); }),
         message("start failed", answers, [](Notices& n, QWidget&) { n.tellStartFailed(); }),
         message("too short", answers, [](Notices& n, QWidget&) { n.tellTooShort(); }),
@@ -54,6 +79,8 @@ UserScenes messageScenes(const std::unique_ptr<WindowAnswers>& answers)
         message("webcam in use", answers, [](Notices& n, QWidget&) { n.tellWebcamOccupied(); }),
         message("microphone lost", answers,
                 [](Notices& n, QWidget&) { n.tellDeviceLost(kMicrophone); }),
+        message("camera lost", answers,
+                [](Notices& n, QWidget&) { n.tellDevicesLost(kCamera, std::nullopt); }),
         message("both lost", answers,
                 [](Notices& n, QWidget&) { n.tellDevicesLost(kCamera, kMicrophone); }),
         message("no permission", answers,

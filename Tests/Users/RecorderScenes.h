@@ -37,6 +37,21 @@ private:
     QPointer<QWidget> m_view;
 };
 
+/** How to work one of the recorders. */
+struct RecorderManual
+{
+    const char* name;
+    std::function<QWidget*()> open; ///< makes its dialog
+    // Names of its controls, and the class of its countdown.
+    const char* start;
+    const char* seconds;
+    const char* pause;
+    const char* again;
+    const char* countdown;
+};
+
+/** A recorder's dialog from its opening to a take that is thrown away. */
+UserScenes takeScenes(const RecorderManual& manual);
 /** The voice-over's dialog in its states, its advanced settings, and the page of video settings. */
 UserScenes voiceOverScenes();
 /** The webcam's dialog in its states, and the strip over its picture. */

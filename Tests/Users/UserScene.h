@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -15,12 +16,12 @@ struct UserScene
 
     enum Kind : int
     {
-        Window,  ///< stays open, and changes its texts with the language
-        Passing, ///< a message, a toast, a tip: its texts stay what they were when it came
+        Window,  ///< stays open until it is closed
+        Passing, ///< comes and goes with what it tells: a message, a toast, a tip, an open list
         Page     ///< part of a host's window, which has the frame and the size
     };
 
-    const char* name;
+    QByteArray name;
     Kind kind;
     /** Brings it to the screen, looks at the window that has the focus, and takes it away. */
     std::function<void(const Look& look)> show;

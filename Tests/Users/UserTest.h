@@ -47,10 +47,15 @@ private Q_SLOTS:
     void controlsHaveNamesAndRoles();
     void textsAndIconsStandOut_data();
     void textsAndIconsStandOut();
+    void textsAndIconsStandOutUnderTheMouse_data();
+    void textsAndIconsStandOutUnderTheMouse();
+    void tipsStandOut_data();
+    void tipsStandOut();
     void focusIsSeen_data();
     void focusIsSeen();
     void windowsFitTheScreen_data();
     void windowsFitTheScreen();
+    void plantedBlurIsSeen();
     void picturesAreSharp_data();
     void picturesAreSharp();
 
@@ -59,9 +64,12 @@ private:
     UserScene scene();
     /** In every language, and in both skins. */
     void inEveryLook(const UserScene& scene, const UserScene::Look& look);
+    /** In the current language. */
+    void inBothSkins(const UserScene& scene, const UserScene::Look& look);
     void note(const QStringList& problems);
     void verifyNoProblems();
 
+    QString m_language = QStringLiteral("en");
     QString m_look; ///< "de, dark"
     QStringList m_problems;
 };

@@ -12,64 +12,9 @@
 
 namespace {
 
-constexpr const char* kStart = "KAudioCapture_RecorderButton";
-constexpr const char* kSeconds = "KAudioCapture_CountdownBox";
-
-void open(RecorderStage& stage)
+QWidget* open()
 {
-    stage.setView(new KdAudioRecordView(nullptr));
-}
-
-void idle(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    look(*stage.view());
-}
-
-void noDevice(const UserScene::Look& look)
-{
-    RecorderStage stage(false);
-    open(stage);
-    look(*stage.view());
-}
-
-void counting(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.setCountdown(kSeconds, 9);
-    stage.press(kStart);
-    RecorderStage::waitForWindow("KdCountCtrl");
-    look(*stage.view());
-}
-
-void recording(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.record(kStart, kSeconds);
-    look(*stage.view());
-}
-
-void paused(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.record(kStart, kSeconds);
-    stage.press("KAudioCapture_ButtonPause");
-    RecorderStage::waitForWindow("KdToast");
-    look(*stage.view());
-}
-
-void reRecord(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.record(kStart, kSeconds);
-    stage.press("KAudioCapture_ButtonReRecord");
-    RecorderStage::waitForWindow("KdPopovers");
-    look(*stage.view());
+    return new KdAudioRecordView(nullptr);
 }
 
 /** As the voice-over's dialog shows it. */
@@ -127,14 +72,16 @@ void video(const UserScene::Look& look)
 
 UserScenes voiceOverScenes()
 {
-    return {{"voice-over", UserScene::Window, idle},
-            {"voice-over without a device", UserScene::Window, noDevice},
-            {"voice-over counting down", UserScene::Window, counting},
-            {"voice-over recording", UserScene::Window, recording},
-            {"voice-over paused", UserScene::Passing, paused},
-            {"voice-over about to record again", UserScene::Passing, reRecord},
-            {"advanced settings", UserScene::Window, advanced},
-            {"advanced settings' tip", UserScene::Passing, advancedTip},
-            {"advanced settings' toast", UserScene::Passing, advancedToast},
-            {"video settings", UserScene::Window, video}};
+    const RecorderManual manual{"voice-over",
+                                open,
+                                "KAudioCapture_RecorderButton",
+                                "KAudioCapture_CountdownBox",
+                                "KAudioCapture_ButtonPause",
+                                "KAudioCapture_ButtonReRecord",
+                                "KdCountCtrl"};
+    return takeScenes(manual) +
+           UserScenes{{"advanced settings", UserScene::Window, advanced},
+                      {"advanced settings' tip", UserScene::Passing, advancedTip},
+                      {"advanced settings' toast", UserScene::Passing, advancedToast},
+                      {"video settings", UserScene::Window, video}};
 }

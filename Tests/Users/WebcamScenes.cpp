@@ -6,27 +6,17 @@
 
 namespace {
 
-constexpr const char* kStart = "KProDlg_KCameraCptBtn";
-constexpr const char* kSeconds = "KCameraCapture_CountdownBox";
-
-void open(RecorderStage& stage)
+QWidget* open()
 {
     auto* const view = new KdWebcamRecordView(nullptr);
     view->initDevices();
-    stage.setView(view);
-}
-
-void preview(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    look(*stage.view());
+    return view;
 }
 
 void strip(const UserScene::Look& look)
 {
     RecorderStage stage;
-    open(stage);
+    stage.setView(open());
     auto* const picture =
         stage.view()->findChild<QWidget*>(QStringLiteral("KCameraCapture_Display"));
     picture->clearFocus();
@@ -40,60 +30,16 @@ void strip(const UserScene::Look& look)
     look(*stage.view());
 }
 
-void noDevice(const UserScene::Look& look)
-{
-    RecorderStage stage(false);
-    open(stage);
-    look(*stage.view());
-}
-
-void counting(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.setCountdown(kSeconds, 9);
-    stage.press(kStart);
-    RecorderStage::waitForWindow("KdCountCtrlVideo");
-    look(*stage.view());
-}
-
-void recording(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.record(kStart, kSeconds);
-    look(*stage.view());
-}
-
-void paused(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.record(kStart, kSeconds);
-    stage.press("KCameraCapture_ButtonPause");
-    RecorderStage::waitForWindow("KdToast");
-    look(*stage.view());
-}
-
-void reRecord(const UserScene::Look& look)
-{
-    RecorderStage stage;
-    open(stage);
-    stage.record(kStart, kSeconds);
-    stage.press("KCameraCapture_ButtonReRecord");
-    RecorderStage::waitForWindow("KdPopovers");
-    look(*stage.view());
-}
-
 } // namespace
 
 UserScenes webcamScenes()
 {
-    return {{"webcam", UserScene::Window, preview},
-            {"webcam's strip", UserScene::Window, strip},
-            {"webcam without a device", UserScene::Window, noDevice},
-            {"webcam counting down", UserScene::Window, counting},
-            {"webcam recording", UserScene::Window, recording},
-            {"webcam paused", UserScene::Passing, paused},
-            {"webcam about to record again", UserScene::Passing, reRecord}};
+    const RecorderManual manual{"webcam",
+                                open,
+                                "KProDlg_KCameraCptBtn",
+                                "KCameraCapture_CountdownBox",
+                                "KCameraCapture_ButtonPause",
+                                "KCameraCapture_ButtonReRecord",
+                                "KdCountCtrlVideo"};
+    return takeScenes(manual) + UserScenes{{"webcam's strip", UserScene::Window, strip}};
 }

@@ -754,6 +754,42 @@
         <source>%1 was discarded.</source>
         <translation>%1 wurde verworfen.</translation>
     </message>
+    <message>
+        <source>Its folder is not writable, or another program is working on it.</source>
+        <translation>Ihr Ordner ist schreibgeschützt, oder ein anderes Programm arbeitet daran.</translation>
+    </message>
+    <message>
+        <source>It is not unfinished any more.</source>
+        <translation>Sie ist nicht mehr unvollendet.</translation>
+    </message>
+    <message>
+        <source>The file cannot be opened.</source>
+        <translation>Die Datei lässt sich nicht öffnen.</translation>
+    </message>
+    <message>
+        <source>The file was not written by this program.</source>
+        <translation>Die Datei stammt nicht von diesem Programm.</translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk.</source>
+        <translation>Auf dem Datenträger ist nicht genug Platz.</translation>
+    </message>
+    <message>
+        <source>The disk refuses the change.</source>
+        <translation>Der Datenträger verweigert die Änderung.</translation>
+    </message>
+    <message>
+        <source>The file is damaged and is left as it is.</source>
+        <translation>Die Datei ist beschädigt und bleibt, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>It is empty and cannot be removed.</source>
+        <translation>Sie ist leer und lässt sich nicht entfernen.</translation>
+    </message>
+    <message>
+        <source>It was interrupted.</source>
+        <translation>Es wurde unterbrochen.</translation>
+    </message>
 </context>
 <context>
     <name>StudioSettingsDialog</name>

@@ -753,6 +753,42 @@
         <source>%1 was discarded.</source>
         <translation>%1 已放弃。</translation>
     </message>
+    <message>
+        <source>Its folder is not writable, or another program is working on it.</source>
+        <translation>其文件夹不可写，或另一个程序正在处理它。</translation>
+    </message>
+    <message>
+        <source>It is not unfinished any more.</source>
+        <translation>它已不再是未完成的录制。</translation>
+    </message>
+    <message>
+        <source>The file cannot be opened.</source>
+        <translation>无法打开该文件。</translation>
+    </message>
+    <message>
+        <source>The file was not written by this program.</source>
+        <translation>该文件不是由本程序写入的。</translation>
+    </message>
+    <message>
+        <source>There is not enough space on the disk.</source>
+        <translation>磁盘空间不足。</translation>
+    </message>
+    <message>
+        <source>The disk refuses the change.</source>
+        <translation>磁盘拒绝了更改。</translation>
+    </message>
+    <message>
+        <source>The file is damaged and is left as it is.</source>
+        <translation>该文件已损坏，将保持原样。</translation>
+    </message>
+    <message>
+        <source>It is empty and cannot be removed.</source>
+        <translation>它是空的，且无法移除。</translation>
+    </message>
+    <message>
+        <source>It was interrupted.</source>
+        <translation>操作被中断。</translation>
+    </message>
 </context>
 <context>
     <name>StudioSettingsDialog</name>
