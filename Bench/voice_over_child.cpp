@@ -71,6 +71,8 @@ int recordWithEngine(const QString& folder, double seconds, int takes)
     total.start();
     KdVBLMODEL::IKdAudioRecorder* recorder = KdVBLMODEL::createAudioRecorder(&owner);
     recorder->addEventObserver(&observer);
+    // As the dialog has them: its level meter keeps the microphone open between takes.
+    recorder->setCallbackSwitch3(true);
     recorder->setCallbackSwitch2(true);
     QList<KdVBLMODEL::_KdCaptureDevInf> devices;
     recorder->getDevices(&devices);
