@@ -1,5 +1,7 @@
 #include "UserTest.h"
 
+#include "StoppedClocks.h"
+
 #include <KdWidgets/KdSkinManager.h>
 
 #include <Support/ClippedTexts.h>
@@ -136,7 +138,15 @@ void UserTest::addScenes(const Kinds& kinds)
 UserScene UserTest::scene()
 {
     QFETCH(int, number);
-    return scenes().at(number);
+    UserScene scene = scenes().at(number);
+    const auto show = scene.show;
+    scene.show = [show](const UserScene::Look& look) {
+        show([&look](QWidget& window) {
+            const StoppedClocks clocks;
+            look(window);
+        });
+    };
+    return scene;
 }
 
 void UserTest::inEveryLook(const UserScene& scene, const UserScene::Look& look)
