@@ -24,7 +24,7 @@ set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "Dialogs that record a voice-over or a webc
 open in an editor, with the capture engine and the libraries that they need.")
 # Loaded by name while it runs, so that no tool can see them in the libraries.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS "gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, \
-gstreamer1.0-plugins-bad, gstreamer1.0-libav, gstreamer1.0-pulseaudio, gstreamer1.0-pipewire")
+gstreamer1.0-plugins-bad, gstreamer1.0-libav, gstreamer1.0-pulseaudio, gstreamer1.0-pipewire, opencv-data")
 # Of many packages that are installed at once the last one has the cache of libraries made.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
 
