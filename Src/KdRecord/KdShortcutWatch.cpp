@@ -61,6 +61,8 @@ bool KdShortcutWatch::pressedFocusedButton(const QKeyEvent* event) const
     if (!isEnter || !button || !m_pPanel->isAncestorOf(button)) {
         return false;
     }
-    button->click();
+    if (!event->isAutoRepeat()) {
+        button->click();
+    }
     return true;
 }

@@ -28,8 +28,8 @@ public:
      * its key could be typed. */
     bool takesShortcut(QEvent* event);
 
-    /** @return whether the key was Enter and pressed the panel's focused button: the blank, which
-     * does so otherwise, may be the shortcut. */
+    /** @return whether the key was Enter for the panel's focused button, which it has pressed once,
+     * however long it is held: the blank, which does so otherwise, may be the shortcut. */
     bool pressedFocusedButton(const QKeyEvent* event) const;
 
 Q_SIGNALS:

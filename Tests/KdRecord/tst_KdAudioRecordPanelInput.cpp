@@ -36,6 +36,7 @@ private Q_SLOTS:
     void heldShortcutStartsOnce();
     void shortcutDuringAMessageIsIgnored();
     void enterPressesTheFocusedControl();
+    void heldEnterPressesOnce();
     void wholePanelCanBeReachedByTab();
     void twoQuickClicksEndWhereTheyBegan();
 
@@ -212,6 +213,19 @@ void tst_KdAudioRecordPanelInput::enterPressesTheFocusedControl()
     button(kStart)->setFocus(Qt::TabFocusReason);
     pressKey(Qt::Key_Return);
     QVERIFY(isActivated());
+}
+
+void tst_KdAudioRecordPanelInput::heldEnterPressesOnce()
+{
+    showPanel();
+    control<QDoubleSpinBox>("KAudioCapture_CountdownBox")->setValue(9);
+    button(kStart)->setFocus(Qt::TabFocusReason);
+    for (const bool isRepeat : {false, true, true, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), isRepeat);
+        QApplication::sendEvent(button(kStart), &press);
+        QVERIFY(isCountingDown());
+    }
+    QCOMPARE(signalTexts.count(QStringLiteral("sigStartRecordBtnClick")), 1);
 }
 
 void tst_KdAudioRecordPanelInput::wholePanelCanBeReachedByTab()

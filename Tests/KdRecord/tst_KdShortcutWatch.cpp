@@ -145,11 +145,14 @@ void tst_KdShortcutWatch::enterPressesTheFocusedButtonOfThePanel()
     QSignalSpy clicked(&inside, &QPushButton::clicked);
     QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
     QKeyEvent letter(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
     inside.setFocus();
     QVERIFY(panel.watch->pressedFocusedButton(&enter));
+    QVERIFY(panel.watch->pressedFocusedButton(&repeat));
     QVERIFY(!panel.watch->pressedFocusedButton(&letter));
     outside.setFocus();
     QVERIFY(!panel.watch->pressedFocusedButton(&enter));
+    QVERIFY(!panel.watch->pressedFocusedButton(&repeat));
     QCOMPARE(clicked.count(), 1);
 }
 
