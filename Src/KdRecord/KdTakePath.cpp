@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 #include <QStringList>
 
 namespace {
@@ -20,7 +21,9 @@ bool KdTakePath::isThere(const QString& path)
 QString KdTakePath::compose(const QString& folder, const QString& pattern, const QDateTime& time)
 {
     // The folder is added afterwards: it may hold a "%1" of its own.
-    const QString name = pattern.arg(time.toString(QStringLiteral("yyyyMMdd_hhmmss")));
+    // QDateTime::toString() would write the digits of the system's language.
+    const QString name =
+        pattern.arg(QLocale::c().toString(time, QStringLiteral("yyyyMMdd_hhmmss")));
     return collapseSeparators(QDir::toNativeSeparators(folder + name), QDir::separator());
 }
 
