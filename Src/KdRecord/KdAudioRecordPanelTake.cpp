@@ -24,6 +24,7 @@
 #include <KdWidgets/KdToolButton.h>
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <utility>
 
@@ -116,7 +117,8 @@ void KdAudioRecordPanel::slotOnStartStopClicked()
     } else if (self) {
         leaveTake();
     }
-    if (self && m_pRecorderHelper) {
+    // Who was told of the end may have begun a take already, which shows its own buttons.
+    if (self && m_pRecorderHelper && !isTakeRunning()) {
         showStartState();
     }
 }
@@ -165,6 +167,9 @@ void KdAudioRecordPanel::leaveTake()
         if (!self) {
             KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotOnStartStopClicked"),
                              "stopAudioRecord has been delete widget");
+            return;
+        }
+        if (m_pUi->countdown->isActive() || isTakeRunning()) {
             return;
         }
     }
@@ -241,6 +246,7 @@ bool KdAudioRecordPanel::StartRecord(bool bReStart)
     }
     m_pUi->pause->setChecked(false);
     KdRecordWidgets::showPauseTip(m_pUi->pause);
+    m_notices.showPaused(false);
     m_strOutputFile = freeTakePath();
     m_pRecorderHelper->setAudioRecordParams(takeParams());
     if (!m_pRecorderHelper->start()) {
@@ -480,10 +486,12 @@ void KdAudioRecordPanel::takeEndedByItself()
     if (!isTakeRunning() || m_notices.isAsking()) {
         return;
     }
+    // A file that cannot be written for another reason ends a take in the same way.
+    const bool isDiskFull = m_folderCheck.isShortOfSpace(QFileInfo(m_strOutputFile).path());
     const QPointer<KdAudioRecordPanel> self(this);
     slotStopButtonClicked();
     // Without a file the stop has said so already.
     if (self && m_pRecorderHelper && !m_strLastFile.isEmpty()) {
-        m_notices.tellDiskFull();
+        m_notices.tellTakeEnded(isDiskFull);
     }
 }

@@ -24,16 +24,22 @@ KdOutputFolderCheck::Verdict KdOutputFolderCheck::examine(const QString& folder)
     if (!isThere || !KdDir::IsPathWriteAndReadable(folder)) {
         return NoPermission;
     }
-    const qint64 free = m_freeMegabytes(folder);
-    // A volume that does not tell its free space is no reason to bother the user.
-    return free >= 0 && free < kEnoughMegabytes ? LowSpace : Usable;
+    return isShortOfSpace(folder) ? LowSpace : Usable;
 }
 
-bool KdOutputFolderCheck::mayRecordInto(const QString& folder, QWidget* parent) const
+bool KdOutputFolderCheck::isShortOfSpace(const QString& folder) const
+{
+    const qint64 free = m_freeMegabytes(folder);
+    // A volume that does not tell its free space is no reason to bother the user.
+    return free >= 0 && free < kEnoughMegabytes;
+}
+
+bool KdOutputFolderCheck::mayRecordInto(const QString& folder, QWidget* parent,
+                                        const KdLiveText& permissionTitle) const
 {
     switch (examine(folder)) {
     case NoPermission:
-        tellNoPermission(parent);
+        tellNoPermission(parent, permissionTitle);
         return false;
     case LowSpace: {
         const auto question = [free = m_freeMegabytes(folder)] {
@@ -49,12 +55,12 @@ bool KdOutputFolderCheck::mayRecordInto(const QString& folder, QWidget* parent) 
     return true;
 }
 
-void KdOutputFolderCheck::tellNoPermission(QWidget* parent)
+void KdOutputFolderCheck::tellNoPermission(QWidget* parent, const KdLiveText& title)
 {
     KOldMessageDialog::Infomation(
         [] {
             return tr("Please check whether you have permission to write or read on the path, or "
                       "choose other path to create.");
         },
-        parent);
+        parent, QDialogButtonBox::Ok, title);
 }

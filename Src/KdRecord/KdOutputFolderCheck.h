@@ -1,5 +1,7 @@
 #pragma once
 
+#include <KdWidgets/KdLiveText.h>
+
 #include <QCoreApplication>
 #include <QString>
 
@@ -36,15 +38,24 @@ public:
     Verdict examine(const QString& folder) const;
 
     /**
+     * @return whether there is too little space for a take; false when that cannot be told. Does
+     * not make the folder.
+     */
+    bool isShortOfSpace(const QString& folder) const;
+
+    /**
      * Examines the folder and, unless it is usable, shows a modal message above parent. That runs a
      * nested event loop: whoever calls must look whether it still exists itself.
+     * @param permissionTitle of the message that nothing can be read or written there; empty: the
+     * application's display name
      * @return whether to record: on little space only when the user explicitly declined to choose
      * another folder.
      */
-    bool mayRecordInto(const QString& folder, QWidget* parent) const;
+    bool mayRecordInto(const QString& folder, QWidget* parent,
+                       const KdLiveText& permissionTitle = KdLiveText()) const;
 
-    /** Shows that nothing can be read or written there. Modal, as above. */
-    static void tellNoPermission(QWidget* parent);
+    /** Shows that nothing can be read or written there. Modal, with a title, as above. */
+    static void tellNoPermission(QWidget* parent, const KdLiveText& title = KdLiveText());
 
 private:
     FreeMegabytes m_freeMegabytes;

@@ -61,17 +61,17 @@ void closePopup(const QWidget* panel)
 class KdRecordNotices::MessageScope
 {
 public:
-    explicit MessageScope(KdRecordNotices& notices)
-        : m_panel(notices.m_pPanel), m_openMessages(notices.m_nOpenMessages)
+    explicit MessageScope(KdRecordNotices& notices) : m_panel(notices.m_pPanel), m_notices(notices)
     {
-        ++m_openMessages;
+        ++m_notices.m_nOpenMessages;
         closePopup(m_panel);
     }
 
     ~MessageScope()
     {
         if (m_panel) {
-            --m_openMessages;
+            --m_notices.m_nOpenMessages;
+            m_notices.tellWhatWaits();
         }
     }
 
@@ -79,7 +79,7 @@ private:
     Q_DISABLE_COPY(MessageScope)
 
     QPointer<QWidget> m_panel;
-    int& m_openMessages;
+    KdRecordNotices& m_notices;
 };
 
 KdRecordNotices::KdRecordNotices(QWidget* panel) : m_pPanel(panel) {}
@@ -127,8 +127,12 @@ void KdRecordNotices::tellDeviceLost(const QString& name)
     tellDevicesLost(std::nullopt, name);
 }
 
-void KdRecordNotices::tellDiskFull()
+void KdRecordNotices::tellTakeEnded(bool isDiskFull)
 {
+    if (!isDiskFull) {
+        tellStartFailed();
+        return;
+    }
     inform([] {
         return tr("The recording has ended because the disk is full. What was recorded until then "
                   "has been saved.");
@@ -145,10 +149,38 @@ void KdRecordNotices::tellDevicesLost(const std::optional<QString>& camera,
 
 void KdRecordNotices::tellWebcamOccupied()
 {
+    if (m_bTellsOccupied) {
+        return;
+    }
+    if (isAsking()) {
+        m_bOccupiedWaits = true;
+        return;
+    }
+    const QPointer<QWidget> panel(m_pPanel);
+    m_bOccupiedWaits = false;
+    m_bTellsOccupied = true;
     inform([] {
         return tr("Webcam is being used by another application, please close other application "
                   "and try again.");
     });
+    if (panel) {
+        m_bTellsOccupied = false;
+    }
+}
+
+// Not from inside the message that is being closed: whoever asked for that goes on first.
+void KdRecordNotices::tellWhatWaits()
+{
+    if (m_bOccupiedWaits && !isAsking()) {
+        QMetaObject::invokeMethod(
+            m_pPanel,
+            [this] {
+                if (m_bOccupiedWaits) {
+                    tellWebcamOccupied();
+                }
+            },
+            Qt::QueuedConnection);
+    }
 }
 
 void KdRecordNotices::showPaused(bool isPaused)

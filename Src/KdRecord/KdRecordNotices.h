@@ -40,10 +40,18 @@ public:
     /** One message for all that was lost at once; none when nothing was. Names as above. */
     void tellDevicesLost(const std::optional<QString>& camera,
                          const std::optional<QString>& microphone);
+    /** Told once at a time: nothing while this message is open, and only when another one is closed
+     * while that is. */
     void tellWebcamOccupied();
+    /** A message about the webcam that still waits for its turn does not come any more. */
+    void forgetOccupied() { m_bOccupiedWaits = false; }
 
-    /** The take has ended by itself, and its file was kept. */
-    void tellDiskFull();
+    /**
+     * The take has ended by itself, and its file was kept.
+     * @param isDiskFull false: a device is to blame, or the file could not be written for another
+     * reason.
+     */
+    void tellTakeEnded(bool isDiskFull);
 
     /** Shows that the take is paused, or takes that away. */
     void showPaused(bool isPaused);
@@ -58,9 +66,12 @@ public:
 private:
     class MessageScope;
     void inform(const KdLiveText& text);
+    void tellWhatWaits();
 
     QWidget* const m_pPanel;
     QPointer<KdToast> m_pPaused;
     QPointer<KdPopovers> m_pReRecord;
     int m_nOpenMessages = 0;
+    bool m_bTellsOccupied = false; ///< that message is open
+    bool m_bOccupiedWaits = false; ///< for another message to be closed
 };

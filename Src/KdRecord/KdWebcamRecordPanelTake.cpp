@@ -25,8 +25,10 @@
 #include <KdWidgets/KdDoubleSpinBox.h>
 #include <KdWidgets/KdLabel.h>
 #include <KdZentraCore/KdConfigEngine.h>
+#include <KdZentraCore/KdUtility.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 #include <QTimer>
 
@@ -83,10 +85,9 @@ void KdWebcamRecordPanel::slotOnStartStopClicked()
         refuseWithoutDevice();
         return;
     }
-    const QPointer<KdWebcamRecordPanel> self(this);
-    const int aborts = m_nAborts;
+    const Presence here(this);
     const bool isUsable = isStart && isFolderUsable();
-    if (!self || aborts != m_nAborts) {
+    if (!here) {
         return;
     }
     if (isUsable) {
@@ -108,8 +109,10 @@ void KdWebcamRecordPanel::refuseWithoutDevice()
 
 bool KdWebcamRecordPanel::isFolderUsable()
 {
-    const int isUsable = m_notices.runModal(
-        [this] { return m_folderCheck.mayRecordInto(captureFolder(), this) ? 1 : 0; });
+    const int isUsable = m_notices.runModal([this] {
+        return m_folderCheck.mayRecordInto(captureFolder(), this, &KdUtility::gGetProductName) ? 1
+                                                                                               : 0;
+    });
     return isUsable;
 }
 
@@ -196,8 +199,8 @@ void KdWebcamRecordPanel::slotOnCountCtrlFinished()
     m_pUi->countdown->hide();
     m_strOutputFile = freeTakePath();
     m_takeSource = currentSource();
-    m_pRecorder->setWebcamRecordParams(KdWebcamTakeParams::compose(
-        m_strOutputFile, m_pMicrophones->currentRow(), m_takeSource.frameRate));
+    m_pRecorder->setWebcamRecordParams(
+        KdWebcamTakeParams::compose(m_strOutputFile, microphoneOfTake(), m_takeSource.frameRate));
     if (startTake()) {
         showRecording();
     } else if (self && isTakeRunning()) {
@@ -221,8 +224,15 @@ KdWebcamRecordPanel::Source KdWebcamRecordPanel::currentSource() const
 /** @return whether the engine records; it tells so by its status alone. */
 bool KdWebcamRecordPanel::startTake()
 {
-    const bool isSent = sendOrder(KdWebcamOrder::StartTake);
-    if (!isSent || !isTakeRunning() || status() == fcsNoStart) {
+    const QString path = m_strOutputFile;
+    if (!sendOrder(KdWebcamOrder::StartTake)) {
+        return false;
+    }
+    if (!isTakeRunning()) {
+        stopOrphan(path);
+        return false;
+    }
+    if (status() == fcsNoStart) {
         return false;
     }
     m_pUi->pause->setChecked(false);
@@ -232,6 +242,15 @@ bool KdWebcamRecordPanel::startTake()
     m_elapsed.restart();
     m_nDurationSec = 0;
     return true;
+}
+
+// A host that closes the panel when it is told of the start does so before the engine begins.
+void KdWebcamRecordPanel::stopOrphan(const QString& path)
+{
+    if (status() != fcsNoStart) {
+        sendOrder(KdWebcamOrder::StopTake);
+        removeFile(path);
+    }
 }
 
 void KdWebcamRecordPanel::rememberChoices()
@@ -254,10 +273,9 @@ void KdWebcamRecordPanel::rememberChoices()
 
 void KdWebcamRecordPanel::failStart()
 {
-    const QPointer<KdWebcamRecordPanel> self(this);
-    const int aborts = m_nAborts;
+    const Presence here(this);
     m_notices.tellStartFailed();
-    if (self && aborts == m_nAborts) {
+    if (here) {
         leaveTake();
     }
 }
@@ -333,15 +351,16 @@ void KdWebcamRecordPanel::dropTimeOfFormerTake()
 /** @return whether the panel still exists, and was not aborted meanwhile. */
 bool KdWebcamRecordPanel::endTake()
 {
-    const int aborts = m_nAborts;
-    if (!sendOrder(KdWebcamOrder::StopTake) || aborts != m_nAborts) {
+    const Presence here(this);
+    sendOrder(KdWebcamOrder::StopTake);
+    if (!here) {
         return false;
     }
     takeUpDeviceChange();
     return reportTake();
 }
 
-/** @return whether the panel still exists. */
+/** @return as above. */
 bool KdWebcamRecordPanel::reportTake()
 {
     const Source taken = isTakeRunning() ? m_takeSource : currentSource();
@@ -354,17 +373,17 @@ bool KdWebcamRecordPanel::reportTake()
     m_elapsed.invalidate();
     m_pTakeWatch->stop();
 
-    const QPointer<KdWebcamRecordPanel> self(this);
+    const Presence here(this);
     if (isTooShort) {
         removeFile(std::exchange(path, QString()));
         m_notices.tellTooShort();
     } else if (!path.isEmpty() && !QFile::exists(path)) {
         m_notices.tellNotSaved(std::exchange(path, QString()));
     }
-    if (self) {
+    if (here) {
         Q_EMIT sigCaptureFinished(path, taken.resolution, taken.frameRate, seconds, taken.camera);
     }
-    return self;
+    return here;
 }
 
 void KdWebcamRecordPanel::dropTake()
@@ -394,7 +413,8 @@ void KdWebcamRecordPanel::AbordRecorder()
     m_bDeviceChangePending = false;
     m_lostWebcam.reset();
     m_lostAudio.reset();
-    const bool isTake = !abortCountdown() && m_pUi->startStop->isChecked();
+    m_notices.forgetOccupied();
+    const bool isTake = !abortCountdown() && (m_pUi->startStop->isChecked() || isTakeRunning());
     m_pUi->startStop->setChecked(false);
     if (isTake) {
         if (!sendOrder(KdWebcamOrder::StopTake)) {
@@ -416,18 +436,13 @@ void KdWebcamRecordPanel::takeEndedByItself()
     }
     const QString path = m_strOutputFile;
     // A camera that falls silent ends a take in the same way.
-    const bool isDiskFull = status() == fcsEnded &&
-                            m_folderCheck.examine(captureFolder()) == KdOutputFolderCheck::LowSpace;
-    const QPointer<KdWebcamRecordPanel> self(this);
+    const bool isDiskFull =
+        status() == fcsEnded && m_folderCheck.isShortOfSpace(QFileInfo(path).path());
+    const Presence here(this);
     leaveTake();
     // Without a file the stop has said so already.
-    if (!self || !QFile::exists(path)) {
-        return;
-    }
-    if (isDiskFull) {
-        m_notices.tellDiskFull();
-    } else {
-        m_notices.tellStartFailed();
+    if (here && QFile::exists(path)) {
+        m_notices.tellTakeEnded(isDiskFull);
     }
 }
 

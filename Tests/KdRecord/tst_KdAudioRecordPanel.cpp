@@ -56,6 +56,8 @@ private Q_SLOTS:
     void startKeepsTheStoredPreviewFlagAndTheRest();
 
     void takeStoppedByTheSlotThatLearnsOfItsStart();
+    void takeBegunByTheSlotThatLearnsOfAnEnd();
+    void countdownBegunByTheSlotThatLearnsOfAnEnd();
 };
 
 void tst_KdAudioRecordPanel::takeGoesFromTheButtonToTheReport()
@@ -393,6 +395,53 @@ void tst_KdAudioRecordPanel::takeStoppedByTheSlotThatLearnsOfItsStart()
     QVERIFY(!button(kStart)->isChecked());
     QVERIFY(!button(kPause)->isVisible());
     QCOMPARE(panel->status(), fcsNoStart);
+}
+
+void tst_KdAudioRecordPanel::takeBegunByTheSlotThatLearnsOfAnEnd()
+{
+    showPanel();
+    startTake();
+    passTime(2000);
+    QString next;
+    connect(panel, &KdAudioRecordPanel::sigCaptureFinished, this, [this, &next] {
+        if (next.isEmpty()) {
+            next = startTake();
+            engine->deliverTime(3000);
+            drain();
+        }
+    });
+    click(kStart);
+    QVERIFY(!next.isEmpty());
+    QCOMPARE(panel->status(), fcsRecording);
+    QVERIFY(button(kStart)->isChecked());
+    QVERIFY(button(kPause)->isVisible());
+    QVERIFY(button(kReRecord)->isVisible());
+    QVERIFY(!button(kStop)->isVisible());
+    QVERIFY(isLocked());
+    QCOMPARE(timeText(), QStringLiteral(" 00:00:03"));
+    passTime(2000);
+    stopTake();
+    QCOMPARE(finishedPath, next);
+    QVERIFY(!isLocked());
+}
+
+void tst_KdAudioRecordPanel::countdownBegunByTheSlotThatLearnsOfAnEnd()
+{
+    showPanel();
+    startTake();
+    passTime(2000);
+    connect(panel, &KdAudioRecordPanel::sigCaptureFinished, this, [this] {
+        if (!isCountingDown()) {
+            reachState(QStringLiteral("counting"));
+            drain();
+        }
+    });
+    click(kStart);
+    QVERIFY(isCountingDown());
+    QVERIFY(control<KdCountCtrl>("KAudioCapture_Countdown")->isVisible());
+    QVERIFY(button(kStart)->isChecked());
+    QVERIFY(button(kStop)->isVisible());
+    QVERIFY(isLocked());
 }
 
 int main(int argc, char** argv)

@@ -20,14 +20,19 @@ private Q_SLOTS:
     void fullDiskEndsTheTakeWithTheFileAndAMessage_data();
     void fullDiskEndsTheTakeWithTheFileAndAMessage();
     void fullDiskThatLeftNoFileIsNoSuccess();
+    void diskWithRoomIsNotCalledFull_data();
+    void diskWithRoomIsNotCalledFull();
     void nextTakeCanBeRecorded();
 
 private:
-    void fillDisk();
+    /** The engine ends the take by itself, with that many megabytes left. */
+    void endTake(qint64 freeMegabytes);
+    void fillDisk() { endTake(0); }
 };
 
-void tst_KdAudioRecordPanelFullDisk::fillDisk()
+void tst_KdAudioRecordPanelFullDisk::endTake(qint64 freeMegabytes)
 {
+    panel->setFolderCheck(withFreeSpace(freeMegabytes));
     engine->script().status = [](int status) {
         return status == fcsNoStart ? status : static_cast<int>(fcsEnded);
     };
@@ -70,6 +75,28 @@ void tst_KdAudioRecordPanelFullDisk::fullDiskThatLeftNoFileIsNoSuccess()
     QCOMPARE(finishedPath, QString());
 }
 
+void tst_KdAudioRecordPanelFullDisk::diskWithRoomIsNotCalledFull_data()
+{
+    QTest::addColumn<qint64>("freeMegabytes");
+    QTest::newRow("plenty") << qint64(100000);
+    QTest::newRow("just enough") << KdOutputFolderCheck::kEnoughMegabytes;
+    QTest::newRow("unknown") << qint64(-1);
+}
+
+void tst_KdAudioRecordPanelFullDisk::diskWithRoomIsNotCalledFull()
+{
+    QFETCH(qint64, freeMegabytes);
+    showPanel();
+    startTake();
+    passTime(2000);
+    answers->answerMessage(QDialogButtonBox::Ok);
+    endTake(freeMegabytes);
+    QTRY_COMPARE(answers->messages(), texts({kDeviceIssue}));
+    QCOMPARE(takes().size(), 1);
+    QVERIFY(finishedPath.endsWith(takes().first()));
+    QVERIFY(!button(kStart)->isChecked());
+}
+
 void tst_KdAudioRecordPanelFullDisk::nextTakeCanBeRecorded()
 {
     showPanel();
@@ -79,6 +106,7 @@ void tst_KdAudioRecordPanelFullDisk::nextTakeCanBeRecorded()
     fillDisk();
     QTRY_COMPARE(answers->messages().size(), 1);
     engine->script().status = nullptr;
+    panel->setFolderCheck(withFreeSpace(100000));
     localTime = localTime.addSecs(5);
     startTake();
     passTime(2000);

@@ -1,5 +1,7 @@
 #include "AudioRecordFixture.h"
 
+#include <KdWidgets/KdToast.h>
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -126,10 +128,12 @@ void tst_KdAudioRecordPanelReRecord::reRecordOfAPausedTakeRecords()
     showPanel();
     startTake();
     click(kPause);
+    QVERIFY(shownWindow<KdToast>());
     answers->answerPopover(true);
     click(kReRecord);
     QTRY_COMPARE(engine->count("start"), 2);
     QCOMPARE(panel->status(), fcsRecording);
+    QVERIFY(!shownWindow<KdToast>());
     QVERIFY(!button(kPause)->isChecked());
     QCOMPARE(button(kPause)->toolTip(), QStringLiteral("Pause"));
 }

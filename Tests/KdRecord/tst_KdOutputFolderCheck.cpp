@@ -88,8 +88,11 @@ void tst_KdOutputFolderCheck::spaceIsLowBelowFiveHundredMegabytes()
 {
     QFETCH(qint64, megabytes);
     QFETCH(int, verdict);
-    QCOMPARE(int(withFreeSpace(megabytes).examine(temporaryPath(QStringLiteral("takes")))),
-             verdict);
+    const QString folder = temporaryPath(QStringLiteral("takes"));
+    QCOMPARE(withFreeSpace(megabytes).isShortOfSpace(folder),
+             verdict == KdOutputFolderCheck::LowSpace);
+    QVERIFY(!QFileInfo::exists(folder));
+    QCOMPARE(int(withFreeSpace(megabytes).examine(folder)), verdict);
 }
 
 void tst_KdOutputFolderCheck::theFileSystemIsAskedUnlessToldOtherwise()

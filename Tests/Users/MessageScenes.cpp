@@ -75,7 +75,7 @@ UserScenes messageScenes(const std::unique_ptr<WindowAnswers>& answers)
         message("no device", answers, [](Notices& n, QWidget&) { n.tellNoDevice(); }),
         message("start failed", answers, [](Notices& n, QWidget&) { n.tellStartFailed(); }),
         message("too short", answers, [](Notices& n, QWidget&) { n.tellTooShort(); }),
-        message("disk full", answers, [](Notices& n, QWidget&) { n.tellDiskFull(); }),
+        message("disk full", answers, [](Notices& n, QWidget&) { n.tellTakeEnded(true); }),
         message("webcam in use", answers, [](Notices& n, QWidget&) { n.tellWebcamOccupied(); }),
         message("microphone lost", answers,
                 [](Notices& n, QWidget&) { n.tellDeviceLost(kMicrophone); }),
