@@ -38,9 +38,7 @@ cv::Rect2f faceOf(const cv::Rect& found, bool isProfile)
 
 QString KdFaceFinder::modelFolder()
 {
-    const QStringList folders = {QStringLiteral("/usr/share/opencv4"),
-                                 QStringLiteral("/usr/local/share/opencv4"),
-                                 QStringLiteral("/usr/share/opencv")};
+    const QStringList folders = modelFolders();
     const auto found = std::find_if(folders.begin(), folders.end(), [](const QString& folder) {
         return QFile::exists(folder + kFrontalName);
     });

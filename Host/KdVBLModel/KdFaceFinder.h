@@ -6,6 +6,7 @@
 #include <opencv2/objdetect.hpp>
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -35,6 +36,9 @@ public:
     void reset();
 
 private:
+    /** Where the folder with the descriptions may lie, on this system. */
+    static QStringList modelFolders();
+
     enum class View
     {
         Frontal,

@@ -5,23 +5,6 @@
 #include <QPainterPath>
 #include <QWidget>
 
-#ifdef KDWIDGETS_X11
-#include <QX11Info>
-#endif
-
-namespace {
-
-bool windowsAreBlended()
-{
-#ifdef KDWIDGETS_X11
-    return !QX11Info::isPlatformX11() || QX11Info::isCompositingManagerRunning();
-#else
-    return true;
-#endif
-}
-
-} // namespace
-
 void KdWindowShape::prepare(QWidget* window)
 {
     window->setAttribute(Qt::WA_TranslucentBackground, windowsAreBlended());

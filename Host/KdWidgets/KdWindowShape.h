@@ -7,6 +7,8 @@ class QWidget;
  * soft. */
 namespace KdWindowShape {
 
+/** @return whether what lies below a window shows through it. */
+bool windowsAreBlended();
 /** Call before the window is first shown. */
 void prepare(QWidget* window);
 /** Call whenever the window's size changes. @param outline in coordinates of the window, which

@@ -22,15 +22,16 @@ QDir folderOf(const QString& library)
 
 bool isForOnePlatform(const QString& file)
 {
-    static const QRegularExpression name(QStringLiteral("_(win|other|pulse)\\.cpp$"));
+    static const QRegularExpression name(QStringLiteral("_(win|other|pulse|x11)\\.cpp$"));
     return file.contains(name);
 }
 
-/** A system asked for by name, or a header that not every system has. */
+/** A system asked for by name, a header that not every system has, or a folder of one. */
 const QRegularExpression& platformWords()
 {
     static const QRegularExpression words(QStringLiteral(
-        "\\b(Q_OS_\\w+|Q_CC_\\w+|_WIN32|_MSC_VER|__MINGW\\w*|__linux__|__unix__|__APPLE__)\\b|"
+        "\\b(Q_OS_\\w+|Q_CC_\\w+|_WIN32|_MSC_VER|__MINGW\\w*|__linux__|__unix__|__APPLE__|\\w+_X11|"
+        "QX11Info)\\b|\"/(usr|etc|opt|proc|var|dev)/|"
         "#\\s*include\\s*<((sys|linux|netinet|arpa|pulse|X11)/[^>]*|"
         "(unistd|fcntl|dirent|pwd|grp|poll|pthread|sched|semaphore|signal|spawn|syslog|termios|"
         "dlfcn|io|direct|process|windows)\\.h|csignal)>"));
@@ -85,8 +86,10 @@ private Q_SLOTS:
     void aPlatformsWordIsFound_data()
     {
         QTest::addColumn<QString>("line");
-        for (const char* line : {"#if defined(Q_OS_WIN)", "#ifdef _WIN32", "#include <unistd.h>",
-                                 "#  include <sys/stat.h>", "#include <csignal>"}) {
+        for (const char* line :
+             {"#if defined(Q_OS_WIN)", "#ifdef _WIN32", "#include <unistd.h>",
+              "#  include <sys/stat.h>", "#include <csignal>", "#ifdef KDWIDGETS_X11",
+              "QX11Info::isPlatformX11()", "QStringLiteral(\"/usr/share\")"}) {
             QTest::newRow(line) << QString::fromLatin1(line);
         }
     }

@@ -1,0 +1,6 @@
+#include "KdWindowShape.h"
+
+bool KdWindowShape::windowsAreBlended()
+{
+    return true;
+}
