@@ -248,15 +248,8 @@ void KdAudioRecordPanel::slotOnAdvanceButtonClicked()
     KAdvanceSettings* const dialog = advanceSettings();
     dialog->resetParaChanged();
     const int result = m_notices.runModal([dialog] { return dialog->exec(); });
-    if (!self || !m_pAdvanceSettings) {
-        return;
-    }
-    if (result == QDialog::Accepted) {
+    if (self && m_pAdvanceSettings && result == QDialog::Accepted) {
         KAudioAdvanceMapping::write(dialog->data(), *appSettings()->GetAudioAdvanceSettings());
-    } else {
-        // The next showing must not offer what was cancelled as if it had been applied.
-        dialog->deleteLater();
-        m_pAdvanceSettings = nullptr;
     }
 }
 
@@ -266,6 +259,12 @@ KAdvanceSettings* KdAudioRecordPanel::advanceSettings()
         m_pAdvanceSettings = new KAdvanceSettings(this);
         m_pAdvanceSettings->loadData(
             KAudioAdvanceMapping::read(*appSettings()->GetAudioAdvanceSettings()));
+        connect(m_pAdvanceSettings, &KAdvanceSettings::sigParaChange, this, [] {
+            KdBaseLog::write(
+                KdBaseLog::Info,
+                {"Src/KdRecord/KdAudioRecordPanel", "KdAudioRecordPanel::advanceSettings"},
+                "The advanced settings were changed");
+        });
         m_pAdvanceSettings->setFixedSize(kAdvanceSettingsSize);
     }
     return m_pAdvanceSettings;

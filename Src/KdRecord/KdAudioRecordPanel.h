@@ -139,6 +139,7 @@ private:
     void reportTake(bool isFinished);
     void handleDeviceLost(int status, int deviceIdx);
     void takeEndedByItself();
+    /** Made and loaded once; it keeps what was chosen in it last, applied or not. */
     KAdvanceSettings* advanceSettings();
 
     const float m_projectFps;
