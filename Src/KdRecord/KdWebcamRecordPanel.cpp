@@ -23,6 +23,8 @@
 
 #include <utility>
 
+using namespace KdVBLMODEL;
+
 namespace {
 
 constexpr int kDeviceChangeMs = 1200;
@@ -55,7 +57,7 @@ KdWebcamRecordPanel::KdWebcamRecordPanel(QWidget* parent)
 KdWebcamRecordPanel::~KdWebcamRecordPanel()
 {
     // Not by signal: no one may be called from here.
-    if (isTakeRunning()) {
+    if (isTakeRunning() || status() != fcsNoStart) {
         m_pRecorder->slotWebcamRecorderOrderType(KdWebcamOrder::StopTake);
         dropTake();
     }

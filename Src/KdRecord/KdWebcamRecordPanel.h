@@ -8,6 +8,7 @@
 #include <KdWidgets/KdWidget.h>
 
 #include <QDateTime>
+#include <QPointer>
 #include <QSize>
 #include <QString>
 
@@ -133,6 +134,7 @@ private:
     void showStatus();
     void showPreviewText();
 
+    class Presence;
     bool sendOrder(int order);
 
     // Devices and formats
@@ -151,6 +153,7 @@ private:
     void audioDeviceChanged();
     void resolutionSwitched();
     void keepFormerCamera();
+    int microphoneOfTake() const;
     void noteLoss(std::optional<QString>& lost, const QString& name, const char* message);
     void noteDeviceChange();
     void startDeviceChangeTimer();
@@ -174,6 +177,7 @@ private:
     void showRecording();
     void showStartState();
     bool startTake();
+    void stopOrphan(const QString& path);
     void failStart();
     void startOverTake();
     void dropTimeOfFormerTake();
@@ -224,4 +228,17 @@ private:
     bool m_bTakesTime = true;
     /** What the preview window's switch says; by its state from the first change on. */
     bool m_bOffersToOpenPreview = false;
+};
+
+/** Tells whoever comes back from a signal or a message whether the panel is still there, and was
+ * not aborted meanwhile. */
+class KdWebcamRecordPanel::Presence
+{
+public:
+    explicit Presence(KdWebcamRecordPanel* panel) : m_panel(panel), m_aborts(panel->m_nAborts) {}
+    operator bool() const { return m_panel && m_panel->m_nAborts == m_aborts; }
+
+private:
+    QPointer<KdWebcamRecordPanel> m_panel;
+    int m_aborts;
 };

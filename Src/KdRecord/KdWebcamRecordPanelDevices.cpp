@@ -13,7 +13,6 @@
 #include <KdWidgets/KdComboBox.h>
 #include <KdWidgets/KdToolButton.h>
 
-#include <QPointer>
 #include <QTimer>
 
 using namespace KdVBLMODEL;
@@ -35,10 +34,7 @@ void KdWebcamRecordPanel::slotRecorderResponeType(int response)
     m_pUi->meter->setVolume(0.0);
     switch (response) {
     case KdWebcamResponse::WebcamOccupied:
-        // Told once, however often the camera is tried meanwhile.
-        if (!m_notices.isAsking()) {
-            m_notices.tellWebcamOccupied();
-        }
+        m_notices.tellWebcamOccupied();
         break;
     case KdWebcamResponse::WebcamSwitched:
         webcamSwitched();
@@ -90,30 +86,28 @@ void KdWebcamRecordPanel::resolutionSwitched()
 void KdWebcamRecordPanel::webcamDeviceChanged()
 {
     logInfo("KdWebcamRecordPanel::slotRecorderResponeType", "Camera device changed");
-    if (m_pRecorder->getCurrentWebCamDeviceInfo().devType == kdtNone) {
+    const _KdCaptureDevInf former = m_pRecorder->getCurrentWebCamDeviceInfo();
+    if (former.devType == kdtNone) {
         InitUI();
         return;
     }
-    const QString former = m_pCameras->currentText();
-    const QPointer<KdWebcamRecordPanel> self(this);
-    const int row = loadWebcamDeviceItems() ? m_pUi->camera->findText(former) : -1;
-    if (self && m_pCameras->choose(row)) {
-        slotOnVideoDeviceChanged(row);
+    const QString text = m_pCameras->currentText();
+    if (loadWebcamDeviceItems() && m_pCameras->chooseAgain(former, text)) {
+        slotOnVideoDeviceChanged(m_pCameras->currentRow());
     }
 }
 
 void KdWebcamRecordPanel::audioDeviceChanged()
 {
     logInfo("KdWebcamRecordPanel::slotRecorderResponeType", "Audio device changed");
-    if (m_pRecorder->getCurrentAudioDeviceInfo().devType == kdtNone) {
+    const _KdCaptureDevInf former = m_pRecorder->getCurrentAudioDeviceInfo();
+    if (former.devType == kdtNone) {
         InitUI();
         return;
     }
-    const QString former = m_pMicrophones->currentText();
-    const QPointer<KdWebcamRecordPanel> self(this);
-    const int row = loadAudioDeviceItems() ? m_pUi->microphone->findText(former) : -1;
-    if (self && m_pMicrophones->choose(row)) {
-        slotOnAudioDeviceChanged(row);
+    const QString text = m_pMicrophones->currentText();
+    if (loadAudioDeviceItems() && m_pMicrophones->chooseAgain(former, text)) {
+        slotOnAudioDeviceChanged(m_pMicrophones->currentRow());
     }
 }
 
@@ -185,6 +179,10 @@ void KdWebcamRecordPanel::noteLoss(std::optional<QString>& lost, const QString& 
 
 void KdWebcamRecordPanel::slotDeviceLostTimer()
 {
+    if (!m_lostWebcam && !m_lostAudio) {
+        // Armed while the loss was reported already.
+        return;
+    }
     if (m_notices.isAsking()) {
         // One message at a time; this one waits for its turn.
         m_pDeviceLostTimer->start();
@@ -200,13 +198,13 @@ void KdWebcamRecordPanel::slotDeviceLostTimer()
     }
     const auto webcam = m_lostWebcam;
     const auto audio = m_lostAudio;
-    const QPointer<KdWebcamRecordPanel> self(this);
-    const int aborts = m_nAborts;
-    if (!sendOrder(KdWebcamOrder::StopEverything) || aborts != m_nAborts) {
+    const Presence here(this);
+    sendOrder(KdWebcamOrder::StopEverything);
+    if (!here) {
         return;
     }
     m_notices.tellDevicesLost(webcam, audio);
-    if (!self || aborts != m_nAborts) {
+    if (!here) {
         return;
     }
     // What goes while the message is open has a report of its own.
@@ -218,13 +216,12 @@ void KdWebcamRecordPanel::slotDeviceLostTimer()
 void KdWebcamRecordPanel::leaveLostDevices()
 {
     logInfo("KdWebcamRecordPanel::slotDeviceLostTimer", "Camera device lost");
-    const QPointer<KdWebcamRecordPanel> self(this);
-    const int aborts = m_nAborts;
+    const Presence here(this);
     InitUI();
-    if (self && m_pUi->startStop->isChecked()) {
+    if (here && m_pUi->startStop->isChecked()) {
         leaveTake();
     }
-    if (!self || aborts != m_nAborts) {
+    if (!here) {
         return;
     }
     update();

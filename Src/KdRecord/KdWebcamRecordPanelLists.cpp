@@ -47,17 +47,6 @@ void fillFormats(KdComboBox* box, const QStringList& texts, int row)
     }
 }
 
-/** @return the row of a device, as the adapter tells two apart; -1 without one. */
-int rowOf(const QList<_KdCaptureDevInf>& devices, const _KdCaptureDevInf& device)
-{
-    for (int row = 0; row < devices.size(); ++row) {
-        if (devices.at(row).id == device.id && devices.at(row).name == device.name) {
-            return row;
-        }
-    }
-    return -1;
-}
-
 } // namespace
 
 // Lists
@@ -66,18 +55,19 @@ void KdWebcamRecordPanel::InitUI()
 {
     logInfo("KdWebcamRecordPanel::InitUI", "InitUI BEGIN");
     m_pUi->display->stopRender();
-    const QPointer<KdWebcamRecordPanel> self(this);
-    if (!sendOrder(KdWebcamOrder::StopPreview)) {
+    const Presence here(this);
+    sendOrder(KdWebcamOrder::StopPreview);
+    if (!here) {
         return;
     }
     loadWebcamDeviceItems();
-    if (!self) {
+    if (!here) {
         return;
     }
     enableStart();
     reloadFormats();
     loadAudioDeviceItems();
-    if (self) {
+    if (here) {
         showDeviceTips();
         logInfo("KdWebcamRecordPanel::InitUI", "InitUI END");
     }
@@ -86,11 +76,12 @@ void KdWebcamRecordPanel::InitUI()
 bool KdWebcamRecordPanel::loadWebcamDeviceItems()
 {
     const char* const function = "KdWebcamRecordPanel::loadWebcamDeviceItems";
-    const QStringList names = KdDeviceBox::names(m_pRecorder->getWebcamDevices());
+    const QList<_KdCaptureDevInf> devices = m_pRecorder->getWebcamDevices();
+    const QStringList names = KdDeviceBox::names(devices);
     logCount(function, "Camera devices count: %d", names.size());
     const QString stored = KRecordSettingParam::instance()->data().selectedCameraDeviceName;
     const bool hadDevice = m_pCameras->hasDevice();
-    m_pCameras->fill(names, KdDeviceChoice::rowToSelect(names, QString(), stored));
+    m_pCameras->fillWith(devices, KdDeviceChoice::rowToSelect(names, QString(), stored));
     showStatus();
     if (hadDevice && names.isEmpty()) {
         m_pUi->announcer->tellNoDevice();
@@ -99,9 +90,9 @@ bool KdWebcamRecordPanel::loadWebcamDeviceItems()
         return false;
     }
     logInfo(function, "Switch camera BEGIN");
-    const QPointer<KdWebcamRecordPanel> self(this);
+    const Presence here(this);
     Q_EMIT sigSetCurrentWebCamDevice(m_pCameras->currentRow());
-    if (!self) {
+    if (!here) {
         return false;
     }
     m_pUi->display->startRenderDelay();
@@ -111,16 +102,17 @@ bool KdWebcamRecordPanel::loadWebcamDeviceItems()
 
 bool KdWebcamRecordPanel::loadAudioDeviceItems()
 {
-    const QStringList names = KdDeviceBox::names(m_pRecorder->getAudioDevices());
+    const QList<_KdCaptureDevInf> devices = m_pRecorder->getAudioDevices();
+    const QStringList names = KdDeviceBox::names(devices);
     logCount("KdWebcamRecordPanel::loadAudioDeviceItems", "Audio devices count: %d", names.size());
     const QString stored = KRecordSettingParam::instance()->data().selectedAudioDeviceName;
-    m_pMicrophones->fill(names, KdDeviceChoice::rowToSelect(names, QString(), stored));
+    m_pMicrophones->fillWith(devices, KdDeviceChoice::rowToSelect(names, QString(), stored));
     if (!m_pMicrophones->hasDevice()) {
         return false;
     }
-    const QPointer<KdWebcamRecordPanel> self(this);
+    const Presence here(this);
     Q_EMIT sigSetCurrentAudioDevice(m_pMicrophones->currentRow());
-    return self;
+    return here;
 }
 
 void KdWebcamRecordPanel::reloadFormats()
@@ -214,15 +206,22 @@ void KdWebcamRecordPanel::showStatus()
 void KdWebcamRecordPanel::slotOnVideoDeviceChanged(int index)
 {
     m_pUi->display->stopRender();
-    if (!sendOrder(KdWebcamOrder::StopPreview) || !m_pCameras->hasDevice()) {
+    const Presence here(this);
+    sendOrder(KdWebcamOrder::StopPreview);
+    if (!here || !m_pCameras->hasDevice()) {
         return;
     }
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentWebCamDevice(index);
-    if (!self) {
-        return;
+    const int device = m_pCameras->indexIn(m_pRecorder->getWebcamDevices(), index);
+    if (device < 0) {
+        // It has gone since the list was filled.
+        noteDeviceChange();
+    } else {
+        Q_EMIT sigSetCurrentWebCamDevice(device);
+        if (!here) {
+            return;
+        }
+        giveOptions();
     }
-    giveOptions();
     keepFormerCamera();
 }
 
@@ -236,15 +235,18 @@ void KdWebcamRecordPanel::giveOptions()
 // A camera that the engine refuses leaves the former one current: show that one, and its picture.
 void KdWebcamRecordPanel::keepFormerCamera()
 {
-    const int current =
-        rowOf(m_pRecorder->getWebcamDevices(), m_pRecorder->getCurrentWebCamDeviceInfo());
-    if (!m_pCameras->choose(current)) {
+    const _KdCaptureDevInf current = m_pRecorder->getCurrentWebCamDeviceInfo();
+    if (!m_pCameras->choose(m_pCameras->rowOf(current))) {
         return;
     }
     showDeviceTips();
-    const QPointer<KdWebcamRecordPanel> self(this);
-    Q_EMIT sigSetCurrentWebCamDevice(current);
-    if (self) {
+    const int device = KdDeviceBox::indexOf(m_pRecorder->getWebcamDevices(), current);
+    if (device < 0) {
+        return;
+    }
+    const Presence here(this);
+    Q_EMIT sigSetCurrentWebCamDevice(device);
+    if (here) {
         giveOptions();
     }
 }
@@ -252,15 +254,30 @@ void KdWebcamRecordPanel::keepFormerCamera()
 void KdWebcamRecordPanel::slotOnAudioDeviceChanged(int index)
 {
     if (m_pMicrophones->hasDevice()) {
-        const QPointer<KdWebcamRecordPanel> self(this);
-        Q_EMIT sigSetCurrentAudioDevice(index);
-        if (!self) {
+        const Presence here(this);
+        const int device = m_pMicrophones->indexIn(m_pRecorder->getAudioDevices(), index);
+        if (device < 0) {
+            noteDeviceChange();
+        } else {
+            Q_EMIT sigSetCurrentAudioDevice(device);
+        }
+        if (!here) {
             return;
         }
-        m_pMicrophones->choose(
-            rowOf(m_pRecorder->getAudioDevices(), m_pRecorder->getCurrentAudioDeviceInfo()));
+        m_pMicrophones->choose(m_pMicrophones->rowOf(m_pRecorder->getCurrentAudioDeviceInfo()));
     }
     showDeviceTips();
+}
+
+// The recorder may have read its devices anew since the list was filled, and counts by its own.
+int KdWebcamRecordPanel::microphoneOfTake() const
+{
+    if (!m_pMicrophones->hasDevice()) {
+        return -1;
+    }
+    const int index = KdDeviceBox::indexOf(m_pRecorder->getAudioDevices(),
+                                           m_pRecorder->getCurrentAudioDeviceInfo());
+    return index >= 0 ? index : m_pMicrophones->currentRow();
 }
 
 void KdWebcamRecordPanel::slotOnResoutionChanged(int index)

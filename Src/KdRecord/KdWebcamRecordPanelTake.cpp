@@ -296,7 +296,9 @@ void KdWebcamRecordPanel::slotPauseContinue()
     }
     // The click has toggled the button already.
     const bool isPause = m_pUi->pause->isChecked();
-    if (!sendOrder(isPause ? KdWebcamOrder::PauseTake : KdWebcamOrder::ResumeTake)) {
+    const Presence here(this);
+    sendOrder(isPause ? KdWebcamOrder::PauseTake : KdWebcamOrder::ResumeTake);
+    if (!here) {
         return;
     }
     KdRecordWidgets::showPauseTip(m_pUi->pause);

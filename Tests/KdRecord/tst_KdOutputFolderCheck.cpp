@@ -31,6 +31,7 @@ private Q_SLOTS:
     void spaceIsLowBelowFiveHundredMegabytes();
     void theFileSystemIsAskedUnlessToldOtherwise();
 
+    void missingPermissionIsTold_data();
     void missingPermissionIsTold();
     void questionNamesTheSpaceAndOnlyNoGoesOn_data();
     void questionNamesTheSpaceAndOnlyNoGoesOn();
@@ -101,14 +102,31 @@ void tst_KdOutputFolderCheck::theFileSystemIsAskedUnlessToldOtherwise()
     QVERIFY(verdict != KdOutputFolderCheck::NoPermission);
 }
 
+void tst_KdOutputFolderCheck::missingPermissionIsTold_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<QString>("shown");
+    const QString application = QGuiApplication::applicationDisplayName();
+    QTest::newRow("without a title") << QString() << application;
+    QTest::newRow("with a title") << QStringLiteral("A <b>Product")
+                                  << QStringLiteral("A <b>Product");
+}
+
 void tst_KdOutputFolderCheck::missingPermissionIsTold()
 {
+    QFETCH(QString, given);
+    QFETCH(QString, shown);
     QWidget panel;
     const QString file = temporaryPath(QStringLiteral("file"));
     TestFiles::write(file, "no folder");
     WindowAnswers answers;
-    answers.answerMessage(QDialogButtonBox::Ok);
-    QVERIFY(!withFreeSpace(1000).mayRecordInto(file, &panel));
+    QString title;
+    answers.handle(QStringLiteral("KOldMessageDialog"), [&title](QWidget& box) {
+        title = box.windowTitle();
+        box.close();
+    });
+    QVERIFY(!withFreeSpace(1000).mayRecordInto(file, &panel, given));
+    QCOMPARE(title, shown);
     QCOMPARE(answers.messages(),
              QStringList{QStringLiteral("Please check whether you have permission to write or read "
                                         "on the path, or choose other path to create.")});

@@ -29,10 +29,14 @@ private Q_SLOTS:
     void unknownEventsAndResponsesAreSilent_data();
     void unknownEventsAndResponsesAreSilent();
     void everyResponseClearsTheLevel();
+    void timerThatRunsIsNotStartedAnew_data();
+    void timerThatRunsIsNotStartedAnew();
 
     void occupiedCameraIsTold_data();
     void occupiedCameraIsTold();
     void occupiedCameraIsToldOnceAtATime();
+    void occupiedCameraIsToldAfterAnotherMessage();
+    void occupiedCameraIsNotToldOnceThePanelIsAborted();
 
 private:
     int started(const char* message) const;
@@ -121,6 +125,8 @@ void tst_KdWebcamRecordPanelDevices::newMicrophoneKeepsTheChosenOne()
     QCOMPARE(choices(kMicrophone), texts({"New", "Mic A", "Mic B"}));
     QCOMPARE(choice(kMicrophone), QStringLiteral("Mic B"));
     QCOMPARE(engine->selectedDevice(kdtMicrophone).name, QStringLiteral("Mic B"));
+    QVERIFY(logLines().contains(
+        QStringLiteral("KdWebcamRecordPanel::slotRecorderResponeType: Audio device changed")));
 }
 
 void tst_KdWebcamRecordPanelDevices::firstCameraStartsThePreview()
@@ -176,6 +182,45 @@ void tst_KdWebcamRecordPanelDevices::everyResponseClearsTheLevel()
     }
 }
 
+void tst_KdWebcamRecordPanelDevices::timerThatRunsIsNotStartedAnew_data()
+{
+    QTest::addColumn<QString>("timer");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("response");
+    const QString change = QString::fromLatin1(kDeviceChangeTimer);
+    for (const int response : {5, 6, 10, 11}) {
+        QTest::addRow("change, %d", response) << change << 5 << response;
+    }
+    const QString lost = QString::fromLatin1(kDeviceLostTimer);
+    for (const int response : {3, 4}) {
+        QTest::addRow("loss, %d", response) << lost << 3 << response;
+    }
+}
+
+void tst_KdWebcamRecordPanelDevices::timerThatRunsIsNotStartedAnew()
+{
+    QFETCH(QString, timer);
+    QFETCH(int, first);
+    QFETCH(int, response);
+    showPanel();
+    auto* const running = panel->findChild<QTimer*>(timer);
+    // So long that it does not fire here.
+    running->setInterval(600000);
+    const auto respond = [this](int number) {
+        QVERIFY(QMetaObject::invokeMethod(panel, "slotRecorderResponeType", Q_ARG(int, number)));
+    };
+    respond(first);
+    QVERIFY(running->isActive());
+    const int atFirst = running->remainingTime();
+    QTRY_VERIFY(running->remainingTime() < atFirst - 10);
+    const int left = running->remainingTime();
+    respond(response);
+    QVERIFY(running->isActive());
+    QVERIFY(running->remainingTime() <= left);
+    QCOMPARE(started("Timer Started"), 1);
+    panel->AbordRecorder();
+}
+
 void tst_KdWebcamRecordPanelDevices::occupiedCameraIsTold_data()
 {
     QTest::addColumn<QString>("state");
@@ -206,6 +251,41 @@ void tst_KdWebcamRecordPanelDevices::occupiedCameraIsToldOnceAtATime()
     for (int i = 0; i < 5; ++i) {
         engine->deliverDevice(fcdWebcamOccupied, 0);
     }
+    QTRY_COMPARE(answers->pending(), 0);
+    drain();
+    QCOMPARE(answers->messages().size(), 1);
+}
+
+void tst_KdWebcamRecordPanelDevices::occupiedCameraIsToldAfterAnotherMessage()
+{
+    showPanel();
+    panel->setFolderCheck(withFreeSpace(1));
+    answers->handle(QStringLiteral("KOldMessageDialog"), [this](QWidget& box) {
+        deliverDevice(fcdWebcamOccupied);
+        deliverDevice(fcdWebcamOccupied);
+        QCOMPARE(answers->messages().size(), 1);
+        box.close();
+    });
+    answers->answerMessage(QDialogButtonBox::Ok);
+    click(kStart);
+    QTRY_COMPARE(answers->messages().size(), 2);
+    QCOMPARE(answers->messages().last(), QString::fromLatin1(kOccupied));
+    QTRY_COMPARE(answers->pending(), 0);
+    drain();
+    // That was all of it.
+    QCOMPARE(answers->messages().size(), 2);
+}
+
+void tst_KdWebcamRecordPanelDevices::occupiedCameraIsNotToldOnceThePanelIsAborted()
+{
+    showPanel();
+    panel->setFolderCheck(withFreeSpace(1));
+    answers->handle(QStringLiteral("KOldMessageDialog"), [this](QWidget& box) {
+        deliverDevice(fcdWebcamOccupied);
+        panel->AbordRecorder();
+        box.close();
+    });
+    click(kStart);
     QTRY_COMPARE(answers->pending(), 0);
     drain();
     QCOMPARE(answers->messages().size(), 1);

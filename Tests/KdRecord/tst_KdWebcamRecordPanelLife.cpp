@@ -82,6 +82,7 @@ private:
     /** A device event, with its consequences at once. */
     void report(int status);
     void checkThatNothingIsLeft();
+    void checkThatNothingRuns();
 };
 
 void tst_KdWebcamRecordPanelLife::checkThatNothingIsLeft()
@@ -93,6 +94,17 @@ void tst_KdWebcamRecordPanelLife::checkThatNothingIsLeft()
     QVERIFY(!isLocked());
     // The panel never orders it: what is left behind is the engine's.
     QCOMPARE(engine->released(), 0);
+}
+
+/** In a panel that was aborted and still lives. */
+void tst_KdWebcamRecordPanelLife::checkThatNothingRuns()
+{
+    QCOMPARE(engine->status(), fcsNoStart);
+    QVERIFY(!engine->isPreviewing());
+    QVERIFY(!isCountingDown());
+    QVERIFY(!button(kStart)->isChecked());
+    // A take that was handed over before is its receiver's.
+    QCOMPARE(takes().size(), finishedPath.isEmpty() ? 0 : 1);
 }
 
 void tst_KdWebcamRecordPanelLife::destroyedInAnyState_data()
@@ -289,7 +301,9 @@ void tst_KdWebcamRecordPanelLife::destroyedInsideASignal()
     QTRY_VERIFY(hasLeft);
     drain();
     QTRY_COMPARE(panel.isNull(), way != QLatin1String("aborted"));
-    if (way != QLatin1String("aborted")) {
+    if (way == QLatin1String("aborted")) {
+        checkThatNothingRuns();
+    } else {
         checkThatNothingIsLeft();
     }
     QVERIFY(!isLocked());
@@ -331,7 +345,9 @@ void tst_KdWebcamRecordPanelLife::destroyedInsideAMessage()
     QTRY_VERIFY(hasLeft);
     drain();
     QTRY_COMPARE(panel.isNull(), way != QLatin1String("aborted"));
-    if (way != QLatin1String("aborted")) {
+    if (way == QLatin1String("aborted")) {
+        checkThatNothingRuns();
+    } else {
         checkThatNothingIsLeft();
     }
     QVERIFY(!isLocked());

@@ -283,6 +283,11 @@ void tst_KdWebcamRecordPanelLists::chosenSizeRebuildsTheRates()
     QCOMPARE(this->choices(kFrameRate), texts({"60 fps", "15 fps"}));
     // Of a size that was chosen just now the recorder's rate counts, not the stored one.
     QCOMPARE(choice(kFrameRate), QStringLiteral("60 fps"));
+    const QStringList ofTheChoice =
+        logLines().filter(QStringLiteral("KdWebcamRecordPanel::slotOnResoutionChanged: "));
+    QCOMPARE(ofTheChoice,
+             texts({"KdWebcamRecordPanel::slotOnResoutionChanged: switch resoution",
+                    "KdWebcamRecordPanel::slotOnResoutionChanged: switch resoution updateUI"}));
 }
 
 void tst_KdWebcamRecordPanelLists::chosenRateIsTold()

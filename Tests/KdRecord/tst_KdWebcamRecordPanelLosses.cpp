@@ -27,6 +27,7 @@ private Q_SLOTS:
     void levelIsZeroWhileTheMicrophoneIsLost();
     void lossWaitsForAnOpenMessage();
     void lossDuringAReportHasAReportOfItsOwn();
+    void timerThatALossLeftBehindDoesNothing();
     void abortedInsideTheReportReloadsNothing();
 
 private:
@@ -176,7 +177,9 @@ void tst_KdWebcamRecordPanelLosses::cameraLostDuringTheCountdownAbortsIt()
     QCOMPARE(answers->messages(), texts({"The Camera Cam A is lost."}));
     QVERIFY(!button(kStart)->isChecked());
     QVERIFY(!isLocked());
-    QVERIFY(finishedPath.isEmpty());
+    QCOMPARE(orders(5), 1);
+    QCOMPARE(signalTexts.filter(QStringLiteral("sigCaptureFinished")),
+             texts({"sigCaptureFinished(, 1920x1080, 30, 0, Cam B)"}));
     QCOMPARE(engine->count("start"), 0);
 }
 
@@ -282,6 +285,28 @@ void tst_KdWebcamRecordPanelLosses::lossDuringAReportHasAReportOfItsOwn()
     fire(kDeviceLostTimer);
     QTRY_COMPARE(answers->messages(),
                  texts({"The Camera Cam A is lost.", "Audio device Mic A connection lost."}));
+}
+
+void tst_KdWebcamRecordPanelLosses::timerThatALossLeftBehindDoesNothing()
+{
+    showPanel();
+    setCameras({QStringLiteral("Cam B")});
+    lookAtDevices(fcdWebcamRemoved);
+    answers->handle(QStringLiteral("KOldMessageDialog"), [this](QWidget& box) {
+        // The same camera is missed once more.
+        lookAtDevices(fcdWebcamListChanged);
+        box.close();
+    });
+    fire(kDeviceLostTimer);
+    QVERIFY(isRunning(kDeviceLostTimer));
+    QCOMPARE(choice(kCamera), QStringLiteral("Cam B"));
+    control<QDoubleSpinBox>(kSeconds)->setValue(9);
+    click(kStart);
+    signalTexts.clear();
+    fire(kDeviceLostTimer);
+    QVERIFY(isCountingDown());
+    QCOMPARE(signalTexts, QStringList());
+    QVERIFY(!isRunning(kDeviceLostTimer));
 }
 
 void tst_KdWebcamRecordPanelLosses::abortedInsideTheReportReloadsNothing()

@@ -4,6 +4,7 @@
 #include <KdRecord/KdCountCtrlVideo.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
 #include <KdRecord/KdWebcamRecorderCodes.h>
+#include <KdZentraCore/KdUtility.h>
 #include <Support/TestFiles.h>
 
 #include <QDir>
@@ -176,9 +177,14 @@ void tst_KdWebcamRecordPanelStart::unusableFolderGoesOnAsForAnUncheckedButton()
     TestFiles::write(file, "no folder");
     setCaptureFolder(file);
     showPanel();
-    answers->answerMessage(QDialogButtonBox::Ok);
+    QString title;
+    answers->handle(QStringLiteral("KOldMessageDialog"), [&title](QWidget& box) {
+        title = box.windowTitle();
+        DialogDriver::click(box, QStringLiteral("KOldMessageDialog_Ok"));
+    });
     click(kStart);
     QTRY_COMPARE(answers->messages(), texts({kPermission}));
+    QCOMPARE(title, KdUtility::gGetProductName());
     // There is nothing to import, and the host is told so.
     QTRY_COMPARE(signalTexts, texts({"order 5", "sigCaptureFinished(, 1920x1080, 30, 0, Cam A)"}));
     QVERIFY(!button(kStart)->isChecked());
