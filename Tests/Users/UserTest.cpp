@@ -12,11 +12,14 @@
 #include <Support/TextContrast.h>
 
 #include <QHash>
+#include <QMultiMap>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QToolButton>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <iterator>
 #include <utility>
 
@@ -60,27 +63,67 @@ QStringList lastingTexts(const QWidget& window, const QRegularExpression& foreig
 }
 
 /** What follows the language: texts, and the room that windows give them. */
-QStringList languageTraces(const QWidget& window, const QRegularExpression& foreign)
+struct LanguageTraces
 {
-    QStringList lines = lastingTexts(window, foreign);
+    QStringList texts;                 ///< sorted
+    QMultiMap<QString, QSize> windows; ///< by name
+};
+
+LanguageTraces languageTraces(const QWidget& window, const QRegularExpression& foreign)
+{
+    LanguageTraces traces{lastingTexts(window, foreign), {}};
+    traces.texts.sort();
     for (const QWidget* shown : windowsOnScreen()) {
         // A tip goes as soon as its control loses the keyboard, which may happen at any time.
         if (!shown->inherits("KdTipWidget")) {
-            const QSize size = shown->size();
-            lines.append(KdTest::nameOf(*shown) +
-                         QStringLiteral(" %1 x %2").arg(size.width()).arg(size.height()));
+            traces.windows.insert(KdTest::nameOf(*shown), shown->size());
         }
     }
-    lines.sort();
+    return traces;
+}
+
+/** Where a pixel of the screen is no whole number of units, a size comes back from the window
+ * system rounded, or not yet. */
+int sizeSlack()
+{
+    const double ratio = qGuiApp->devicePixelRatio();
+    return ratio == std::floor(ratio) ? 0 : 1;
+}
+
+bool isSameSize(const QSize& got, const QSize& wanted)
+{
+    const QSize off = got - wanted;
+    return std::max(std::abs(off.width()), std::abs(off.height())) <= sizeSlack();
+}
+
+QStringList described(const QMultiMap<QString, QSize>& windows)
+{
+    QStringList lines;
+    for (auto window = windows.cbegin(); window != windows.cend(); ++window) {
+        const QSize size = window.value();
+        lines.append(window.key() +
+                     QStringLiteral(" %1 x %2").arg(size.width()).arg(size.height()));
+    }
     return lines;
 }
 
-/** @return what only one of two sorted lists has. */
-QStringList differences(const QStringList& got, const QStringList& wanted)
+bool areSameWindows(const QMultiMap<QString, QSize>& got, const QMap<QString, QSize>& wanted)
+{
+    const QList<QSize> gotSizes = got.values();
+    const QList<QSize> wantedSizes = wanted.values();
+    return got.keys() == wanted.keys() &&
+           std::equal(gotSizes.cbegin(), gotSizes.cend(), wantedSizes.cbegin(), isSameSize);
+}
+
+/** @return what only one of the two has. */
+QStringList differences(const LanguageTraces& got, const LanguageTraces& wanted)
 {
     QStringList found;
-    std::set_symmetric_difference(got.cbegin(), got.cend(), wanted.cbegin(), wanted.cend(),
-                                  std::back_inserter(found));
+    std::set_symmetric_difference(got.texts.cbegin(), got.texts.cend(), wanted.texts.cbegin(),
+                                  wanted.texts.cend(), std::back_inserter(found));
+    if (!areSameWindows(got.windows, wanted.windows)) {
+        found += described(got.windows) + described(wanted.windows);
+    }
     return found;
 }
 
@@ -235,7 +278,7 @@ void UserTest::openWindowsFollowTheLanguage_data()
 void UserTest::openWindowsFollowTheLanguage()
 {
     const QRegularExpression foreign(foreignTexts().join(QLatin1Char('|')));
-    QHash<QString, QStringList> wanted;
+    QHash<QString, LanguageTraces> wanted;
     for (const QString& language : languages()) {
         useLanguage(language);
         scene().show([&](QWidget& window) { wanted[language] = languageTraces(window, foreign); });
