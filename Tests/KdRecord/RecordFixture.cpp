@@ -8,6 +8,7 @@
 #include <KdZentraCore/KdWindowsApi.h>
 
 #include <QDir>
+#include <QMetaMethod>
 
 using namespace KdVBLMODEL;
 
@@ -27,6 +28,15 @@ QStringList RecordFixture::texts(std::initializer_list<const char*> lines)
         list.append(QString::fromUtf8(line));
     }
     return list;
+}
+
+QStringList RecordFixture::methodsOf(const QMetaObject& meta)
+{
+    QStringList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        methods.append(QString::fromLatin1(meta.method(i).methodSignature()));
+    }
+    return methods;
 }
 
 KdOutputFolderCheck RecordFixture::withFreeSpace(qint64 megabytes)

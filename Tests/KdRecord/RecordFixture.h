@@ -44,6 +44,8 @@ public:
 
     /** @param lines UTF-8 */
     static QStringList texts(std::initializer_list<const char*> lines);
+    /** @return the signals and slots that a class declares itself, in their order. */
+    static QStringList methodsOf(const QMetaObject& meta);
     static KdOutputFolderCheck withFreeSpace(qint64 megabytes);
     static void setShortcut(const QKeySequence& sequence);
 

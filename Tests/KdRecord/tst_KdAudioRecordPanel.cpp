@@ -31,6 +31,7 @@ class tst_KdAudioRecordPanel : public AudioRecordFixture
     Q_OBJECT
 
 private Q_SLOTS:
+    void declaresItsSignalsAndSlotsInOrder();
     void takeGoesFromTheButtonToTheReport();
     void engineGetsEverythingBeforeTheStart();
     void fileIsNamedByTheLocalTime();
@@ -59,6 +60,38 @@ private Q_SLOTS:
     void takeBegunByTheSlotThatLearnsOfAnEnd();
     void countdownBegunByTheSlotThatLearnsOfAnEnd();
 };
+
+void tst_KdAudioRecordPanel::declaresItsSignalsAndSlotsInOrder()
+{
+    const QStringList expected =
+        texts({"sigClose()",
+               "sigCaptureFinished(QString,int,int,int,QString)",
+               "sigMute(bool)",
+               "sigPause()",
+               "sigResume()",
+               "sigStartCapture(bool)",
+               "sigStartCaptureFailed()",
+               "sigEndCapture()",
+               "sigCaptureDoing(qlonglong)",
+               "sigStartRecordBtnClick()",
+               "slotOnAudioDeviceChanged(int)",
+               "slotOnStartStopClicked()",
+               "slotOnOkButtonClicked()",
+               "slotOnAdvanceButtonClicked()",
+               "slotCountViewFinished()",
+               "slotRefreshDevices()",
+               "slotSpaceShortcutActivated()",
+               "slotStopButtonClicked()",
+               "slotCountViewPressed(QPoint)",
+               "slotCaptureTime(qlonglong)",
+               "slotCaptureVolume(int)",
+               "slotOnSavePathChanged(QString)",
+               "slotCountdownChanged(double)",
+               "slotDeviceStatusChanged(KdVBLMODEL::KdCaptureDeviceStatus,int)",
+               "slotReRecord()",
+               "slotPauseContinue()"});
+    QCOMPARE(methodsOf(KdAudioRecordPanel::staticMetaObject), expected);
+}
 
 void tst_KdAudioRecordPanel::takeGoesFromTheButtonToTheReport()
 {

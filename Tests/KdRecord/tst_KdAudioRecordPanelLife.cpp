@@ -26,6 +26,15 @@ Connector onSignal(Signal signal)
     };
 }
 
+void onStartAnew(KdAudioRecordPanel* panel, const Action& action)
+{
+    QObject::connect(panel, &KdAudioRecordPanel::sigStartCapture, panel, [action](bool isAnew) {
+        if (isAnew) {
+            action();
+        }
+    });
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Connector)
@@ -206,6 +215,7 @@ void tst_KdAudioRecordPanelLife::destroyedInsideASignal_data()
 {
     using Panel = KdAudioRecordPanel;
     QTest::addColumn<Connector>("connector");
+    QTest::addColumn<bool>("isReport");
     QTest::addColumn<QString>("what");
     QTest::addColumn<QString>("way");
     struct Row
@@ -217,8 +227,13 @@ void tst_KdAudioRecordPanelLife::destroyedInsideASignal_data()
     const QList<Row> rows{
         {"sigStartRecordBtnClick", onSignal(&Panel::sigStartRecordBtnClick), {"start", "key"}},
         {"sigStartCapture", onSignal(&Panel::sigStartCapture), {"take"}},
-        {"sigStartCaptureFailed", onSignal(&Panel::sigStartCaptureFailed), {"failed start"}},
-        {"sigCaptureFinished", onSignal(&Panel::sigCaptureFinished), {"stop", "close", "lost"}},
+        {"sigStartCapture anew", onStartAnew, {"re-record"}},
+        {"sigStartCaptureFailed",
+         onSignal(&Panel::sigStartCaptureFailed),
+         {"failed start", "failed re-record"}},
+        {"sigCaptureFinished",
+         onSignal(&Panel::sigCaptureFinished),
+         {"stop", "close", "lost", "failed re-record"}},
         {"sigEndCapture", onSignal(&Panel::sigEndCapture), {"close"}},
         {"sigCaptureDoing", onSignal(&Panel::sigCaptureDoing), {"time"}},
         {"sigMute", onSignal(&Panel::sigMute), {"mute"}},
@@ -231,7 +246,8 @@ void tst_KdAudioRecordPanelLife::destroyedInsideASignal_data()
             for (const char* const way :
                  {"destroyed", "deleted later", "closed", "closed and destroyed"}) {
                 QTest::addRow("%s in %s, %s", way, row.name, what)
-                    << row.connector << QString::fromLatin1(what) << QString::fromLatin1(way);
+                    << row.connector << (qstrcmp(row.name, "sigCaptureFinished") == 0)
+                    << QString::fromLatin1(what) << QString::fromLatin1(way);
             }
         }
     }
@@ -240,6 +256,7 @@ void tst_KdAudioRecordPanelLife::destroyedInsideASignal_data()
 void tst_KdAudioRecordPanelLife::destroyedInsideASignal()
 {
     QFETCH(Connector, connector);
+    QFETCH(bool, isReport);
     QFETCH(QString, what);
     QFETCH(QString, way);
     showPanel();
@@ -252,8 +269,10 @@ void tst_KdAudioRecordPanelLife::destroyedInsideASignal()
         }
     });
     // A panel that still lives goes on to tell its user.
-    const bool isTold = what == QLatin1String("failed start") || what == QLatin1String("lost");
-    if (isTold && way == QLatin1String("deleted later")) {
+    const bool isTold = what.startsWith(QLatin1String("failed")) || what == QLatin1String("lost");
+    // The end of a take that could not be recorded anew is told before it is reported.
+    const bool isToldBefore = what == QLatin1String("failed re-record") && isReport;
+    if (isToldBefore || (isTold && way == QLatin1String("deleted later"))) {
         answers->answerMessage(QDialogButtonBox::Ok);
     }
     trigger(what);

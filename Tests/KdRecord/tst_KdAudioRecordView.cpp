@@ -19,6 +19,7 @@ class tst_KdAudioRecordView : public AudioRecordFixture
     Q_OBJECT
 
 private Q_SLOTS:
+    void declaresItsSignalsAndSlotsInOrder();
     void isWhatHostsExpect();
     void doModalReturnsAtOnce();
     void nothingBlocksTheHostWhileIdle();
@@ -34,6 +35,15 @@ private Q_SLOTS:
     void hostCallsInAnyOrder();
     void twoDialogsAtOnce();
 };
+
+void tst_KdAudioRecordView::declaresItsSignalsAndSlotsInOrder()
+{
+    const QStringList expected = texts(
+        {"sigFinished(QString,QString,QString)", "sigStartCapture(bool)", "sigStartCaptureFailed()",
+         "sigEndCapture()", "sigMute(bool)", "sigCaptureDoing(qlonglong)", "sigClose()",
+         "sigStartRecordBtnClick()", "sigPause()", "sigResume()"});
+    QCOMPARE(methodsOf(KdAudioRecordView::staticMetaObject), expected);
+}
 
 void tst_KdAudioRecordView::isWhatHostsExpect()
 {

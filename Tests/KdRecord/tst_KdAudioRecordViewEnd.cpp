@@ -2,6 +2,8 @@
 
 #include <KdRecord/KdAudioRecordView.h>
 
+#include <Support/TestFiles.h>
+
 #include <QAction>
 #include <QDoubleSpinBox>
 #include <QFile>
@@ -45,6 +47,12 @@ private Q_SLOTS:
     void closingInsideTheMessageOfItsOwnClosing();
     void escapeDuringTheCountdownEndsIt();
 
+    void destroyedInAnyState_data();
+    void destroyedInAnyState();
+    void destroyedInsideAMessage_data();
+    void destroyedInsideAMessage();
+    void destroyedInsideTheFailureOfAStart_data();
+    void destroyedInsideTheFailureOfAStart();
     void destroyedInsideASignal_data();
     void destroyedInsideASignal();
     void deletedLaterFromTheShowing();
@@ -53,6 +61,10 @@ private Q_SLOTS:
 
 private:
     void leaveBy(const QString& way);
+    /** Does what brings up a message. */
+    void bringUp(const QString& message);
+    void destroy(bool later);
+    void verifyGone();
 };
 
 void tst_KdAudioRecordViewEnd::everyWayOutClosesOnce_data()
@@ -148,6 +160,144 @@ void tst_KdAudioRecordViewEnd::escapeDuringTheCountdownEndsIt()
     QVERIFY(!isLocked());
 }
 
+void tst_KdAudioRecordViewEnd::destroyedInAnyState_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("later");
+    for (const char* const state : {"idle", "counting", "recording", "paused", "asking"}) {
+        QTest::addRow("%s", state) << QString::fromLatin1(state) << false;
+        QTest::addRow("%s, later", state) << QString::fromLatin1(state) << true;
+    }
+}
+
+void tst_KdAudioRecordViewEnd::destroyedInAnyState()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, later);
+    showView();
+    reachState(state);
+    // Reports that are on their way reach no one.
+    engine->deliverTime(3000);
+    engine->deliverVolume(50);
+    if (!later) {
+        engine->deliverDevice(fcdAudioInputRemoved, 0);
+    }
+    destroy(later);
+    verifyGone();
+}
+
+void tst_KdAudioRecordViewEnd::destroyedInsideAMessage_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<bool>("later");
+    for (const char* const message : {"no device", "refused", "failed start", "too short",
+                                      "device lost", "too short to close", "failed re-record"}) {
+        QTest::addRow("%s", message) << QString::fromLatin1(message) << false;
+        QTest::addRow("%s, later", message) << QString::fromLatin1(message) << true;
+    }
+}
+
+void tst_KdAudioRecordViewEnd::destroyedInsideAMessage()
+{
+    QFETCH(QString, message);
+    QFETCH(bool, later);
+    showView();
+    bool hasCome = false;
+    answers->handle(QStringLiteral("KOldMessageDialog"), [this, later, &hasCome](QWidget& box) {
+        const QPointer<QWidget> shown = &box;
+        hasCome = true;
+        destroy(later);
+        QTRY_VERIFY(!shown);
+    });
+    bringUp(message);
+    QTRY_VERIFY(hasCome);
+    verifyGone();
+    QCOMPARE(answers->messages().size(), 1);
+}
+
+void tst_KdAudioRecordViewEnd::bringUp(const QString& message)
+{
+    if (message == QLatin1String("no device")) {
+        setMicrophones({});
+        click("KAudioCapture_ButtonRefresh");
+        panel->startFromOutside();
+        return;
+    }
+    if (message == QLatin1String("refused")) {
+        const QString file = temporaryPath(QStringLiteral("file"));
+        TestFiles::write(file, "no folder");
+        setVoiceFolder(file);
+        button(kStart)->click();
+        return;
+    }
+    if (message == QLatin1String("failed start")) {
+        engine->fail("start");
+        button(kStart)->click();
+        return;
+    }
+    startTake();
+    if (message == QLatin1String("too short")) {
+        button(kStart)->click();
+    } else if (message == QLatin1String("too short to close")) {
+        view->close();
+    } else if (message == QLatin1String("device lost")) {
+        passTime(3000);
+        engine->deliverDevice(fcdAudioInputRemoved, 0);
+    } else if (message == QLatin1String("failed re-record")) {
+        engine->fail("start");
+        answers->answerPopover(true);
+        button(kReRecord)->click();
+    } else {
+        QFAIL(qPrintable(message));
+    }
+}
+
+void tst_KdAudioRecordViewEnd::destroyedInsideTheFailureOfAStart_data()
+{
+    QTest::addColumn<bool>("isReRecord");
+    QTest::addColumn<bool>("later");
+    QTest::newRow("start") << false << false;
+    QTest::newRow("start, later") << false << true;
+    QTest::newRow("re-record") << true << false;
+    QTest::newRow("re-record, later") << true << true;
+}
+
+void tst_KdAudioRecordViewEnd::destroyedInsideTheFailureOfAStart()
+{
+    QFETCH(bool, isReRecord);
+    QFETCH(bool, later);
+    showView();
+    bool hasCome = false;
+    connect(view, &KdAudioRecordView::sigStartCaptureFailed, this, [this, later, &hasCome] {
+        hasCome = true;
+        destroy(later);
+    });
+    if (later) {
+        // Until then it goes on to tell its user.
+        answers->answerMessage(QDialogButtonBox::Ok);
+    }
+    bringUp(isReRecord ? QStringLiteral("failed re-record") : QStringLiteral("failed start"));
+    QTRY_VERIFY(hasCome);
+    verifyGone();
+}
+
+void tst_KdAudioRecordViewEnd::destroy(bool later)
+{
+    if (later) {
+        view->deleteLater();
+    } else {
+        delete view;
+    }
+}
+
+void tst_KdAudioRecordViewEnd::verifyGone()
+{
+    QTRY_VERIFY(!view);
+    drain();
+    QCOMPARE(engine->alive(), 0);
+    QVERIFY(!isLocked());
+}
+
 void tst_KdAudioRecordViewEnd::destroyedInsideASignal_data()
 {
     using View = KdAudioRecordView;
@@ -185,11 +335,7 @@ void tst_KdAudioRecordViewEnd::destroyedInsideASignal()
             return;
         }
         hasCome = true;
-        if (later) {
-            view->deleteLater();
-        } else {
-            delete view;
-        }
+        destroy(later);
     });
     // Everything that a user can do, until the dialog has gone.
     const QList<std::function<void()>> steps{
@@ -212,9 +358,7 @@ void tst_KdAudioRecordViewEnd::destroyedInsideASignal()
         }
     }
     QVERIFY2(hasCome, qPrintable(signal));
-    QTRY_VERIFY(!view);
-    QCOMPARE(engine->alive(), 0);
-    QVERIFY(!isLocked());
+    verifyGone();
 }
 
 void tst_KdAudioRecordViewEnd::deletedLaterFromTheShowing()

@@ -13,6 +13,7 @@
 #include <KdRecord/KdCountCtrlVideo.h>
 #include <KdRecord/KdRecordDeviceConnector.h>
 #include <KdRecord/KdWebCamDisplayLabel.h>
+#include <KdRecord/KdWebcamRecordView.h>
 #include <KdRecord/KdWebcamRecorderHelper.h>
 #include <KdRecord/NotifyBeginPileInsetionEvent.h>
 #include <KdRecord/NotifyEndPileInsetionEvent.h>
@@ -45,6 +46,7 @@ private Q_SLOTS:
                                    "KRecordAdvancedEvent",
                                    "KRecordVideoAdvancedClickEvent",
                                    "KRecordVideoAdvancedExposeEvent",
+                                   "KdWebcamRecordView",
                                    "KdWebcamRecorderHelper",
                                    "KdWebCamDisplayLabel",
                                    "KRecordPreViewSettingRadiusWidget",
@@ -70,6 +72,7 @@ private Q_SLOTS:
         const QVector<const QMetaObject*> classes{
             &KdAudioRecordView::staticMetaObject,
             &KdAudioRecorderHelper::staticMetaObject,
+            &KdWebcamRecordView::staticMetaObject,
             &KdWebcamRecorderHelper::staticMetaObject,
             &KdRecordDeviceConnector::staticMetaObject,
             &KVideoSettings::staticMetaObject,
