@@ -99,7 +99,7 @@ void KAdvanceBtn::paintChevron(QPainter& painter, State state) const
             .arg(QLatin1String(ChevronFiles[state]));
     const QRect box(width() - Padding - ChevronSide, (height() - ChevronSide) / 2, ChevronSide,
                     ChevronSide);
-    painter.drawPixmap(box, KdScreenPixmap::load(file, devicePixelRatioF()));
+    painter.drawPixmap(box, KdScreenPixmap::load(file, painter));
 }
 
 void KAdvanceBtn::paintFocusRing(QPainter& painter) const

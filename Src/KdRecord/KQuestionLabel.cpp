@@ -13,10 +13,7 @@ constexpr int RingWidth = 2;
 
 } // namespace
 
-KQuestionLabel::KQuestionLabel(QWidget* parent)
-    : QLabel(parent)
-    , m_pixmap(KdScreenPixmap::load(QStringLiteral(":/Resource/icon16_help_normal.png"),
-                                    devicePixelRatioF()))
+KQuestionLabel::KQuestionLabel(QWidget* parent) : QLabel(parent)
 {
     KdRecordAccessibility::install();
     // The keyboard cannot hover: what a pointer over the mark explains, its focus does too.
@@ -29,7 +26,8 @@ void KQuestionLabel::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), m_pixmap);
+    const QString file = QStringLiteral(":/Resource/icon16_help_normal.png");
+    painter.drawPixmap(rect(), KdScreenPixmap::load(file, painter));
     if (hasFocus()) {
         const QColor accent = KdSkin::KdSkinManager::instance()->color(KdSkin::Accent);
         painter.setRenderHint(QPainter::Antialiasing);

@@ -3,7 +3,6 @@
 #include <KdRecord/KdRecordExport.h>
 
 #include <QLabel>
-#include <QPixmap>
 
 /** A question mark as large as the label. GUI thread. */
 class KDRECORD_EXPORT KQuestionLabel : public QLabel
@@ -17,7 +16,4 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-
-private:
-    QPixmap m_pixmap;
 };

@@ -17,12 +17,7 @@ constexpr int RingSide = 145;
 
 } // namespace
 
-KdCountCtrlVideo::KdCountCtrlVideo(QWidget* parent)
-    : KdCountCtrl(parent)
-    , m_ringPixmap(KdScreenPixmap::load(QStringLiteral(":/Resource/icon145_Ellipse.png"),
-                                        devicePixelRatioF()))
-{
-}
+KdCountCtrlVideo::KdCountCtrlVideo(QWidget* parent) : KdCountCtrl(parent) {}
 
 KdCountCtrlVideo::~KdCountCtrlVideo() = default;
 
@@ -99,7 +94,9 @@ void KdCountCtrlVideo::paintNumber(QPainter& painter, const QPoint& center) cons
 
 void KdCountCtrlVideo::paintRing(QPainter& painter, const QPoint& center) const
 {
-    if (m_ringPixmap.isNull()) {
+    const QPixmap ring =
+        KdScreenPixmap::load(QStringLiteral(":/Resource/icon145_Ellipse.png"), painter);
+    if (ring.isNull()) {
         return;
     }
     const int offset = (std::min(width(), height()) - RingSide) / 2;
@@ -107,6 +104,6 @@ void KdCountCtrlVideo::paintRing(QPainter& painter, const QPoint& center) const
     painter.translate(center);
     painter.rotate(m_nAngle);
     painter.translate(-center);
-    painter.drawPixmap(QRect(offset, offset, RingSide, RingSide), m_ringPixmap);
+    painter.drawPixmap(QRect(offset, offset, RingSide, RingSide), ring);
     painter.restore();
 }

@@ -3,7 +3,6 @@
 #include <KdRecord/KdCountCtrl.h>
 
 #include <QBasicTimer>
-#include <QPixmap>
 
 /** The countdown over a webcam picture: a white disc with a black number inside a spinning ring.
  * GUI thread. */
@@ -36,7 +35,6 @@ private:
     void paintNumber(QPainter& painter, const QPoint& center) const;
     void paintRing(QPainter& painter, const QPoint& center) const;
 
-    QPixmap m_ringPixmap;
     int m_nAngle = 0;
     QBasicTimer m_animTimer;
 };

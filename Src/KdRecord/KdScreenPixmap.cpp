@@ -1,6 +1,8 @@
 #include "KdScreenPixmap.h"
 
-#include <QFileInfo>
+#include <QPainter>
+
+#include <cmath>
 
 namespace KdScreenPixmap {
 
@@ -16,6 +18,12 @@ QPixmap load(const QString& file, qreal devicePixelRatio)
         }
     }
     return QPixmap(file);
+}
+
+QPixmap load(const QString& file, const QPainter& painter)
+{
+    const QTransform toPixels = painter.deviceTransform();
+    return load(file, std::hypot(toPixels.m11(), toPixels.m12()));
 }
 
 } // namespace KdScreenPixmap

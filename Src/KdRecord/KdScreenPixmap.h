@@ -3,6 +3,8 @@
 #include <QPixmap>
 #include <QString>
 
+class QPainter;
+
 /** Images that also lie in a file twice as large, named "@2x", for dense screens. */
 namespace KdScreenPixmap {
 
@@ -13,5 +15,11 @@ namespace KdScreenPixmap {
  * none.
  */
 QPixmap load(const QString& file, qreal devicePixelRatio);
+
+/**
+ * The same for what is being painted on now: a window may have moved to a denser screen.
+ * @param painter active
+ */
+QPixmap load(const QString& file, const QPainter& painter);
 
 } // namespace KdScreenPixmap

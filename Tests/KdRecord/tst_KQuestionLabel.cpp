@@ -1,6 +1,7 @@
 #include <KdRecord/KQuestionLabel.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/PaintedPictures.h>
 
 #include <QPainter>
 
@@ -11,6 +12,7 @@ class tst_KQuestionLabel : public KdTestCase
 private Q_SLOTS:
     void fillsTheLabelWithTheImage_data();
     void fillsTheLabelWithTheImage();
+    void isSharpOnEveryScreenItComesTo();
 };
 
 void tst_KQuestionLabel::fillsTheLabelWithTheImage_data()
@@ -40,6 +42,17 @@ void tst_KQuestionLabel::fillsTheLabelWithTheImage()
     painter.drawPixmap(QRect(QPoint(0, 0), size), image, QRect(0, 0, 16, 16));
     painter.end();
     QCOMPARE(shown.toImage(), expected.toImage());
+}
+
+void tst_KQuestionLabel::isSharpOnEveryScreenItComesTo()
+{
+    KQuestionLabel label;
+    label.resize(16, 16);
+    for (const int ratio : {1, 2, 1}) {
+        const auto pictures = KdTest::paintedPictures(label, ratio);
+        QCOMPARE(pictures.size(), 1);
+        QCOMPARE(pictures.first().picture.size(), QSize(16, 16) * ratio);
+    }
 }
 
 int main(int argc, char** argv)

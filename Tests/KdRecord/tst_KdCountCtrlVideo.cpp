@@ -3,6 +3,7 @@
 #include <KdRecord/KdCountCtrlVideo.h>
 
 #include <Support/KdTestCase.h>
+#include <Support/PaintedPictures.h>
 
 #include <QPainter>
 #include <QPointer>
@@ -96,6 +97,7 @@ private Q_SLOTS:
     void ringTurnsByTwelveDegreesAndComesRound();
     void ringFollowsTheShorterSide_data();
     void ringFollowsTheShorterSide();
+    void isSharpOnEveryScreenItComesTo();
     void everyTimerEventTurnsTheRing();
     void startTurnsTheRingBack();
     void startAnimatesUntilAbort();
@@ -280,6 +282,17 @@ void tst_KdCountCtrlVideo::mayBeDestroyedFromSigFinish()
     ctrl->SetCount(0);
     ctrl->Start();
     QTRY_VERIFY(!ctrl);
+}
+
+void tst_KdCountCtrlVideo::isSharpOnEveryScreenItComesTo()
+{
+    OpenCtrl ctrl;
+    ctrl.resize(Side, Side);
+    for (const int ratio : {1, 2, 1}) {
+        const auto pictures = KdTest::paintedPictures(ctrl, ratio);
+        QCOMPARE(pictures.size(), 1);
+        QCOMPARE(pictures.first().picture.size(), QSize(145, 145) * ratio);
+    }
 }
 
 int main(int argc, char** argv)
