@@ -25,7 +25,8 @@ class KdRecordDeviceConnectorPrivate;
  * GUI thread, the hooks and signals too; the engine's events have to be brought there. A hook and a
  * receiver of a signal may do anything, destroy the connector included. What a hook throws goes no
  * further: the log tells, and nothing has changed. A hook that calls the operation that is calling
- * it is refused in the same way.
+ * it is refused in the same way. A removal that is told while the refresh hook runs, in an event
+ * loop of the hook say, is looked up by another refresh after it.
  */
 class KDRECORD_EXPORT KdRecordDeviceConnector : public QObject
 {

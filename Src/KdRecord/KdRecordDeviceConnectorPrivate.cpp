@@ -84,26 +84,61 @@ bool KdRecordDeviceConnectorPrivate::checkSwitchDeviceFunction() const
 
 void KdRecordDeviceConnectorPrivate::refreshDeviceList()
 {
-    if (!checkRefreshDeviceListFunction()) {
-        return;
-    }
     if (m_isRefreshing) {
         logMisuse(kRefresh, "The list of devices cannot be refreshed by its own refresh hook");
         return;
     }
+    refresh(false);
+}
+
+void KdRecordDeviceConnectorPrivate::handleDeviceRemoval()
+{
+    if (m_isRefreshing) {
+        // The hook runs an event loop, and may have listed the device before it was removed.
+        m_isRemovalMissed = true;
+        return;
+    }
+    refresh(true);
+}
+
+void KdRecordDeviceConnectorPrivate::refresh(bool isRemoval)
+{
+    if (!checkRefreshDeviceListFunction()) {
+        return;
+    }
+    const QList<Device> oldDevices = devices;
+    const Device oldCurrent = currentDevice;
+    const ListResult first = listDevices();
+    // Once: a hook that brings a removal about each time must come to an end.
+    const bool isListedAgain = first.isRemovalMissed && first.isAlive && refreshHook;
+    if (!first.isAlive || (isListedAgain && !listDevices().isAlive)) {
+        return;
+    }
+    const bool isLost = contains(oldDevices, oldCurrent) && !contains(devices, oldCurrent);
+    if (isLost && (isRemoval || first.isRemovalMissed)) {
+        Q_EMIT q->sigCurrentDeviceLost(oldCurrent);
+    }
+}
+
+KdRecordDeviceConnectorPrivate::ListResult KdRecordDeviceConnectorPrivate::listDevices()
+{
     const QPointer<KdRecordDeviceConnector> alive(q);
     const QList<Device> former = std::exchange(devices, {});
     m_isRefreshing = true;
     const auto listed = call(refreshHook, deviceType, kRefresh);
     if (!alive) {
-        return;
+        return {};
     }
     m_isRefreshing = false;
+    ListResult result;
+    result.isRemovalMissed = std::exchange(m_isRemovalMissed, false);
     devices = listed.value_or(former);
     if (listed) {
         updateCurrentDevice();
         Q_EMIT q->sigDeviceListRefreshed();
     }
+    result.isAlive = !alive.isNull();
+    return result;
 }
 
 /** By the id alone: an engine may list a device under another type, index and name than before. */
@@ -114,17 +149,6 @@ void KdRecordDeviceConnectorPrivate::updateCurrentDevice()
     });
     if (found != devices.cend()) {
         currentDevice = *found;
-    }
-}
-
-void KdRecordDeviceConnectorPrivate::handleDeviceRemoval()
-{
-    const QPointer<KdRecordDeviceConnector> alive(q);
-    const QList<Device> oldDevices = devices;
-    const Device oldCurrent = currentDevice;
-    refreshDeviceList();
-    if (alive && contains(oldDevices, oldCurrent) && !contains(devices, oldCurrent)) {
-        Q_EMIT q->sigCurrentDeviceLost(oldCurrent);
     }
 }
 

@@ -22,10 +22,19 @@ public:
     KdRecordDeviceConnector::SwitchHook switchHook;
 
 private:
+    struct ListResult
+    {
+        bool isAlive = false;         ///< the connector still exists
+        bool isRemovalMissed = false; ///< one was told while the hook ran
+    };
+
+    void refresh(bool isRemoval);
+    ListResult listDevices();
     bool checkRefreshDeviceListFunction() const;
     bool checkSwitchDeviceFunction() const;
     void updateCurrentDevice();
 
-    bool m_isRefreshing = false; ///< the refresh hook runs
-    bool m_isSwitching = false;  ///< the switch hook runs
+    bool m_isRefreshing = false;    ///< the refresh hook runs
+    bool m_isRemovalMissed = false; ///< while it did so
+    bool m_isSwitching = false;     ///< the switch hook runs
 };

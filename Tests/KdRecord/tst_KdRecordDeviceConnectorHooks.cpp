@@ -2,6 +2,9 @@
 
 #include <Support/KdTestCase.h>
 
+#include <QEventLoop>
+#include <QTimer>
+
 #include <memory>
 #include <stdexcept>
 
@@ -31,6 +34,9 @@ private Q_SLOTS:
     void whatTheSwitchHookThrowsGoesNoFurther();
     void aRemovalThatCannotBeLookedUpIsNoLoss();
     void aRefreshHookThatRefreshesIsRefused();
+    void aRemovalDuringARefreshIsLookedUpAfterIt_data();
+    void aRemovalDuringARefreshIsLookedUpAfterIt();
+    void aRefreshHookThatRemovesEachTimeComesToAnEnd();
     void aRefreshHookMayReplaceItself();
     void aSwitchHookMayRefresh();
     void aSwitchHookThatSwitchesIsRefused();
@@ -148,13 +154,71 @@ void tst_KdRecordDeviceConnectorHooks::aRefreshHookThatRefreshesIsRefused()
     rig.connector->registerRefreshDeviceList([&rig, &runs](_KdDevType) {
         ++runs;
         rig.connector->refreshDeviceList();
-        rig.event(fcdWebcamRemoved);
+        rig.event(fcdWebcamListChanged);
         return Devices{device("A")};
     });
     expectLog(QStringLiteral("cannot be refreshed by its own refresh hook$"));
     rig.connector->refreshDeviceList();
     QCOMPARE(runs, 1);
     QCOMPARE(rig.refreshed.size(), 1);
+    QVERIFY(rig.lost.isEmpty());
+    QCOMPARE(rig.connector->allDevices().size(), 1);
+}
+
+void tst_KdRecordDeviceConnectorHooks::aRemovalDuringARefreshIsLookedUpAfterIt_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("isListedBefore");
+    QTest::newRow("refresh, device listed yet") << int(fcdWebcamListChanged) << true;
+    QTest::newRow("refresh, device gone") << int(fcdWebcamListChanged) << false;
+    QTest::newRow("removal, device listed yet") << int(fcdWebcamRemoved) << true;
+    QTest::newRow("removal, device gone") << int(fcdWebcamRemoved) << false;
+}
+
+void tst_KdRecordDeviceConnectorHooks::aRemovalDuringARefreshIsLookedUpAfterIt()
+{
+    QFETCH(int, status);
+    QFETCH(bool, isListedBefore);
+    Rig rig;
+    rig.plugged = {device("A"), device("B", 1)};
+    rig.connector->refreshDeviceList();
+    QVERIFY(rig.connector->switchDevice(1));
+    int runs = 0;
+    rig.connector->registerRefreshDeviceList([&](_KdDevType) {
+        const Devices before = rig.plugged;
+        if (++runs == 1) {
+            QEventLoop loop;
+            QTimer::singleShot(0, &loop, [&rig, &loop] {
+                rig.plugged.removeLast();
+                rig.event(fcdWebcamRemoved, 1);
+                loop.quit();
+            });
+            loop.exec();
+        }
+        return isListedBefore ? before : rig.plugged;
+    });
+    rig.event(status);
+    QCOMPARE(runs, 2);
+    QCOMPARE(namesOf(rig.connector->allDevices()), QStringList(QStringLiteral("A")));
+    QCOMPARE(rig.lost.size(), 1);
+    QCOMPARE(rig.lost.first().first().value<_KdCaptureDevInf>().name, QStringLiteral("B"));
+    QCOMPARE(rig.connector->currentDevice().name, QStringLiteral("B"));
+    rig.connector->refreshDeviceList();
+    QCOMPARE(runs, 3);
+    QCOMPARE(rig.lost.size(), 1);
+}
+
+void tst_KdRecordDeviceConnectorHooks::aRefreshHookThatRemovesEachTimeComesToAnEnd()
+{
+    Rig rig;
+    int runs = 0;
+    rig.connector->registerRefreshDeviceList([&rig, &runs](_KdDevType) {
+        ++runs;
+        rig.event(fcdWebcamRemoved);
+        return Devices{device("A")};
+    });
+    rig.connector->refreshDeviceList();
+    QCOMPARE(runs, 2);
     QVERIFY(rig.lost.isEmpty());
     QCOMPARE(rig.connector->allDevices().size(), 1);
 }
