@@ -11,7 +11,7 @@ struct KdCaptureDevice
     QString id;   ///< the same after the device was unplugged and plugged again
     QString name; ///< for people: one line, never empty, told apart from equal ones
 
-    /** The name may differ: another device of that name may have come or gone. */
+    /** The name may differ: a device that was away may have another one when it comes back. */
     bool isSameAs(const KdCaptureDevice& other) const
     {
         return kind == other.kind && id == other.id;

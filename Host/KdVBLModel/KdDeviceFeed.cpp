@@ -142,12 +142,13 @@ void KdDeviceFeed::watch()
 
 void KdDeviceFeed::listAnew()
 {
-    const KdDeviceList fresh = currentOffers();
+    KdDeviceList fresh = currentOffers();
     KdDeviceList former;
     bool isFirst = false;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         former = m_list;
+        fresh.keepNames(former);
         m_list = fresh;
         isFirst = !m_isListed;
         m_isListed = true;

@@ -1,34 +1,15 @@
 #include <KdVBLModel/KdDeviceList.h>
 
-#include <QHash>
-
 #include <algorithm>
 
 using namespace KdVBLMODEL;
 
 namespace {
 
-KdCaptureDevice deviceOf(const KdDeviceOffer& offer)
-{
-    return {offer.kind, offer.id, offer.name};
-}
-
 bool isAmong(const QVector<KdCaptureDevice>& devices, const KdCaptureDevice& device)
 {
     return std::any_of(devices.begin(), devices.end(),
                        [&](const KdCaptureDevice& other) { return other.isSameAs(device); });
-}
-
-/** Two microphones of one make carry one name; a list that shows it twice helps nobody. */
-void tellEqualNamesApart(QVector<KdCaptureDevice>* devices)
-{
-    QHash<QString, int> seen;
-    for (KdCaptureDevice& device : *devices) {
-        const int number = ++seen[device.name];
-        if (number > 1) {
-            device.name += QStringLiteral(" (%1)").arg(number);
-        }
-    }
 }
 
 } // namespace
@@ -43,9 +24,9 @@ std::optional<KdCaptureDevice> KdDeviceList::add(Handle handle, const KdDeviceOf
 {
     const bool isNew = !contains(offer.kind, offer.id);
     if (!replace(handle, handle, offer)) {
-        m_entries.append({handle, offer});
+        m_entries.append({handle, offer, nameFor(offer)});
     }
-    return isNew ? std::make_optional(deviceOf(offer)) : std::nullopt;
+    return isNew ? std::make_optional(find(handle)->device()) : std::nullopt;
 }
 
 bool KdDeviceList::replace(Handle former, Handle handle, const KdDeviceOffer& offer)
@@ -54,8 +35,27 @@ bool KdDeviceList::replace(Handle former, Handle handle, const KdDeviceOffer& of
     if (known == m_entries.end()) {
         return false;
     }
-    *known = {handle, offer};
+    const bool keepsName = known->offer.kind == offer.kind && known->offer.id == offer.id &&
+                           known->offer.name == offer.name;
+    known->handle = handle;
+    known->offer = offer;
+    if (!keepsName) {
+        known->name.clear();
+        known->name = nameFor(offer);
+    }
     return true;
+}
+
+void KdDeviceList::keepNames(const KdDeviceList& former)
+{
+    for (Entry& entry : m_entries) {
+        entry.name = former.knownName(entry.offer);
+    }
+    for (Entry& entry : m_entries) {
+        if (entry.name.isEmpty()) {
+            entry.name = nameFor(entry.offer);
+        }
+    }
 }
 
 std::optional<KdCaptureDevice> KdDeviceList::remove(Handle handle)
@@ -64,9 +64,9 @@ std::optional<KdCaptureDevice> KdDeviceList::remove(Handle handle)
     if (known == m_entries.end()) {
         return std::nullopt;
     }
-    const KdDeviceOffer offer = known->offer;
+    const KdCaptureDevice device = known->device();
     m_entries.erase(known);
-    return contains(offer.kind, offer.id) ? std::nullopt : std::make_optional(deviceOf(offer));
+    return contains(device.kind, device.id) ? std::nullopt : std::make_optional(device);
 }
 
 QVector<KdCaptureDevice> KdDeviceList::devices(_KdDevType kind) const
@@ -75,14 +75,13 @@ QVector<KdCaptureDevice> KdDeviceList::devices(_KdDevType kind) const
     const auto append = [&](bool wantDefault) {
         for (const Entry& entry : m_entries) {
             const bool fits = entry.offer.kind == kind && entry.offer.isDefault == wantDefault;
-            if (fits && !isAmong(devices, deviceOf(entry.offer))) {
-                devices.append(deviceOf(entry.offer));
+            if (fits && !isAmong(devices, entry.device())) {
+                devices.append(entry.device());
             }
         }
     };
     append(true);
     append(false);
-    tellEqualNamesApart(&devices);
     return devices;
 }
 
@@ -129,6 +128,39 @@ QVector<KdDeviceList::Change> KdDeviceList::changes(const KdDeviceList& from,
 bool KdDeviceList::contains(_KdDevType kind, const QString& id) const
 {
     return bestOffer(kind, id) != nullptr;
+}
+
+/** @return the name that the offer's device has by now, empty for one that is not there. */
+QString KdDeviceList::knownName(const KdDeviceOffer& offer) const
+{
+    for (const Entry& entry : m_entries) {
+        const bool fits = entry.offer.kind == offer.kind && entry.offer.id == offer.id;
+        if (fits && !entry.name.isEmpty()) {
+            return entry.name;
+        }
+    }
+    return {};
+}
+
+/** Two microphones of one make carry one name; a list that shows it twice helps nobody. */
+QString KdDeviceList::nameFor(const KdDeviceOffer& offer) const
+{
+    QString name = knownName(offer);
+    if (!name.isEmpty()) {
+        return name;
+    }
+    name = offer.name;
+    for (int number = 2; isTaken(offer.kind, name); ++number) {
+        name = offer.name + QStringLiteral(" (%1)").arg(number);
+    }
+    return name;
+}
+
+bool KdDeviceList::isTaken(_KdDevType kind, const QString& name) const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(), [&](const Entry& entry) {
+        return entry.offer.kind == kind && entry.name == name;
+    });
 }
 
 QVector<KdCaptureDevice> KdDeviceList::all() const

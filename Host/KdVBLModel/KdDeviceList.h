@@ -10,7 +10,8 @@
 
 /**
  * Makes one list of devices from the offers of several systems: a device is there from its first
- * offer to the end of its last. Not thread-safe.
+ * offer to the end of its last. Devices of equal names get numbers, as in "Camera (2)"; whatever
+ * comes and goes beside it, a device keeps the name that it has been given. Not thread-safe.
  */
 class KDVBLMODEL_EXPORT KdDeviceList
 {
@@ -30,6 +31,9 @@ public:
     /** Puts an offer that changed in the place of its former self. @return whether that was there.
      */
     bool replace(Handle former, Handle handle, const KdDeviceOffer& offer);
+
+    /** Gives devices the names that they have in the list that this one follows. */
+    void keepNames(const KdDeviceList& former);
 
     /** @return the device when this was its last offer. */
     std::optional<KdCaptureDevice> remove(Handle handle);
@@ -51,10 +55,16 @@ private:
     {
         Handle handle;
         KdDeviceOffer offer;
+        QString name; ///< the device's, the same in all of its offers
+
+        KdCaptureDevice device() const { return {offer.kind, offer.id, name}; }
     };
 
     QVector<Entry>::iterator find(Handle handle);
     bool contains(KdVBLMODEL::_KdDevType kind, const QString& id) const;
+    QString knownName(const KdDeviceOffer& offer) const;
+    QString nameFor(const KdDeviceOffer& offer) const;
+    bool isTaken(KdVBLMODEL::_KdDevType kind, const QString& name) const;
     QVector<KdCaptureDevice> all() const;
 
     QVector<Entry> m_entries;

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void cameraThatGoesInTheCountdownEndsIt();
     void cameraThatGoesInMidTakeLeavesTheClip();
     void microphoneThatGoesInMidTakeLeavesTheClip();
+    void takeGoesOnWhenACameraOfThatNameGoes();
     void occupiedCameraIsSaid();
 
 private:
@@ -198,6 +199,30 @@ void tst_WebcamDevices::microphoneThatGoesInMidTakeLeavesTheClip()
              qPrintable(QStringLiteral("%1 s kept of %2 ms").arg(media.seconds).arg(recorded)));
     QTRY_COMPARE_WITH_TIMEOUT(stage.choices(WebcamStage::kMicrophone), none(), 8000);
     QVERIFY(stage.control<KdToolButton>(WebcamStage::kStart)->isEnabled());
+}
+
+void tst_WebcamDevices::takeGoesOnWhenACameraOfThatNameGoes()
+{
+    WebcamStage stage(folder());
+    QVERIFY(stage.camera().plug());
+    QVERIFY(stage.open());
+    const QString name = stage.camera().description();
+    VirtualCamera twin(QStringLiteral("twin_cam"), name, {QStringLiteral("MJPG:320x240@30")});
+    QVERIFY(twin.plug());
+    const QString twinName = name + QStringLiteral(" (2)");
+    QTRY_COMPARE_WITH_TIMEOUT(stage.choices(WebcamStage::kCamera), (QStringList{name, twinName}),
+                              8000);
+    stage.choose(WebcamStage::kCamera, twinName);
+    QVERIFY(stage.waitForPicture(QSize(320, 240)));
+    QVERIFY(stage.startTake());
+    QVERIFY(stage.waitForElapsed(1000));
+    QVERIFY(stage.camera().unplug());
+    QVERIFY(stage.waitForElapsed(stage.lastElapsed() + 1500));
+    QVERIFY(stage.isRecording());
+    QVERIFY(stage.stopTake());
+    QTRY_COMPARE_WITH_TIMEOUT(stage.choices(WebcamStage::kCamera), QStringList(twinName), 8000);
+    QCOMPARE(stage.answers().messages(), QStringList());
+    QCOMPARE(stage.lastReport().fileInfo.value(QLatin1String("device_name")).toString(), twinName);
 }
 
 void tst_WebcamDevices::occupiedCameraIsSaid()

@@ -58,6 +58,11 @@ private Q_SLOTS:
     void kindsAreListedApart();
     void theDefaultComesFirstAndOthersInTheOrderTheyCame();
     void equalNamesAreToldApart();
+    void aNameStaysWhenItsEqualGoes();
+    void aNameStaysWhenAnotherDeviceIsTheDefault();
+    void aNameStaysWhenTheListIsMadeAnew();
+    void aNameStaysWhenTheSystemThatGaveItGoes();
+    void aNameThatLooksNumberedIsNotGivenTwice();
     void anUpdatedOfferKeepsItsPlace();
     void aReplacedOfferKeepsItsPlace();
     void theWayFromOneListToAnotherNamesWhatWentAndCame();
@@ -148,6 +153,62 @@ void tst_KdDeviceList::equalNamesAreToldApart()
     list.add(kB, microphone("b", "Mic"));
     list.add(kC, microphone("c", "Mic"));
     QCOMPARE(names(list), QStringList({QStringLiteral("Mic"), QStringLiteral("Mic (2)"),
+                                       QStringLiteral("Mic (3)")}));
+}
+
+void tst_KdDeviceList::aNameStaysWhenItsEqualGoes()
+{
+    KdDeviceList list;
+    list.add(kA, microphone("a", "Mic"));
+    QCOMPARE(list.add(kB, microphone("b", "Mic"))->name, QStringLiteral("Mic (2)"));
+    QCOMPARE(list.remove(kA)->name, QStringLiteral("Mic"));
+    QCOMPARE(names(list), QStringList({QStringLiteral("Mic (2)")}));
+    QCOMPARE(list.add(kC, microphone("c", "Mic"))->name, QStringLiteral("Mic"));
+    QCOMPARE(names(list), QStringList({QStringLiteral("Mic (2)"), QStringLiteral("Mic")}));
+    QCOMPARE(list.remove(kB)->name, QStringLiteral("Mic (2)"));
+}
+
+void tst_KdDeviceList::aNameStaysWhenAnotherDeviceIsTheDefault()
+{
+    KdDeviceList list;
+    list.add(kA, microphone("a", "Mic", 1, true));
+    list.add(kB, microphone("b", "Mic"));
+    QVERIFY(list.replace(kA, kC, microphone("a", "Mic")));
+    QVERIFY(!list.add(kB, microphone("b", "Mic", 1, true)));
+    QCOMPARE(names(list), QStringList({QStringLiteral("Mic (2)"), QStringLiteral("Mic")}));
+    QCOMPARE(list.devices(kdtMicrophone).first().id, QStringLiteral("b"));
+}
+
+void tst_KdDeviceList::aNameStaysWhenTheListIsMadeAnew()
+{
+    KdDeviceList former;
+    former.add(kA, microphone("a", "Mic"));
+    former.add(kB, microphone("b", "Mic"));
+    KdDeviceList list;
+    list.add(kA, microphone("new", "Mic"));
+    list.add(kB, microphone("b", "Mic"));
+    list.add(kC, microphone("a", "Mic"));
+    list.keepNames(former);
+    QCOMPARE(names(list), QStringList({QStringLiteral("Mic (3)"), QStringLiteral("Mic (2)"),
+                                       QStringLiteral("Mic")}));
+}
+
+void tst_KdDeviceList::aNameStaysWhenTheSystemThatGaveItGoes()
+{
+    KdDeviceList list;
+    list.add(kA, microphone("a", "Mic"));
+    list.add(kB, microphone("a", "Mic, as another system calls it"));
+    QVERIFY(!list.remove(kA));
+    QCOMPARE(names(list), QStringList({QStringLiteral("Mic")}));
+}
+
+void tst_KdDeviceList::aNameThatLooksNumberedIsNotGivenTwice()
+{
+    KdDeviceList list;
+    list.add(kA, microphone("a", "Mic (2)"));
+    list.add(kB, microphone("b", "Mic"));
+    list.add(kC, microphone("c", "Mic"));
+    QCOMPARE(names(list), QStringList({QStringLiteral("Mic (2)"), QStringLiteral("Mic"),
                                        QStringLiteral("Mic (3)")}));
 }
 
