@@ -17,8 +17,10 @@ namespace {
 // A take that began, as against the few bytes that were on their way when its predecessor was to be
 // deleted.
 constexpr qint64 kBegunMs = 1000;
-// Half a second of anything is less. A larger file without an index is not what we think it is.
-constexpr qint64 kMostWithoutIndex = Q_INT64_C(8) * 1024 * 1024;
+// What a take without an index may hold: half a second of media, several times over for what waited
+// to be written. A larger file is not what we think it is. Sound comes at 64 kB a second at most.
+constexpr qint64 kMostSoundWithoutIndex = Q_INT64_C(256) * 1024;
+constexpr qint64 kMostClipWithoutIndex = Q_INT64_C(8) * 1024 * 1024;
 
 using Outcome = RepairResult::Outcome;
 using Reason = RepairResult::Reason;
@@ -79,6 +81,11 @@ RepairResult settled(const UnfinishedTake& take, const RepairResult& result)
     return result;
 }
 
+qint64 mostWithoutIndex(KdTakeRecord::Kind kind)
+{
+    return kind == KdTakeRecord::Kind::Webcam ? kMostClipWithoutIndex : kMostSoundWithoutIndex;
+}
+
 RepairResult repairLocked(const UnfinishedTake& take, const KdTakeRecovery::Progress& progress)
 {
     const QFileInfo file(take.record.takePath);
@@ -92,7 +99,7 @@ RepairResult repairLocked(const UnfinishedTake& take, const KdTakeRecovery::Prog
     if (result.outcome != Outcome::NothingRecoverable) {
         return result;
     }
-    return file.size() > kMostWithoutIndex
+    return file.size() > mostWithoutIndex(take.record.kind)
                ? failed(Reason::Damaged,
                         QStringLiteral("%1 is damaged beyond repair and is left as it is.")
                             .arg(file.filePath()))

@@ -35,7 +35,8 @@ private Q_SLOTS:
     void wholeTakeOnlyLosesItsJournal();
     void emptyClaimIsCleanedUp_data();
     void emptyClaimIsCleanedUp();
-    void largeFileWithoutIndexIsKept();
+    void fileWithoutIndexIsKeptWhenItIsLarge_data();
+    void fileWithoutIndexIsKeptWhenItIsLarge();
     void predecessorComesBackWhenTheNewTakeHadNotBegun();
     void predecessorGoesWhenTheNewTakeHadBegun();
     void discardRemovesTheTakeAndItsJournal();
@@ -50,7 +51,8 @@ private:
     QString folder() const { return temporaryPath(QStringLiteral("takes")); }
     QString inFolder(const QString& name) const { return QDir(folder()).filePath(name); }
     UnfinishedTake leaveTake(const QString& name, const QByteArray& content,
-                             const QDateTime& started = QDateTime::currentDateTimeUtc());
+                             const QDateTime& started = QDateTime::currentDateTimeUtc(),
+                             const QString& kind = QStringLiteral("audio"));
     QStringList leftOvers() const
     {
         return QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
@@ -74,9 +76,10 @@ void tst_KdTakeRecovery::initTestCase()
 
 // A take as a crash leaves it: the file, and a journal of a process that is no more.
 UnfinishedTake tst_KdTakeRecovery::leaveTake(const QString& name, const QByteArray& content,
-                                             const QDateTime& started)
+                                             const QDateTime& started, const QString& kind)
 {
     QJsonObject json;
+    json[QStringLiteral("kind")] = kind;
     json[QStringLiteral("file")] = name;
     json[QStringLiteral("started")] = started.toString(Qt::ISODateWithMs);
     json[QStringLiteral("processId")] = QString::number(KdProcessIdentity::current().id);
@@ -218,16 +221,32 @@ void tst_KdTakeRecovery::emptyClaimIsCleanedUp()
     QCOMPARE(leftOvers(), QStringList());
 }
 
-void tst_KdTakeRecovery::largeFileWithoutIndexIsKept()
+void tst_KdTakeRecovery::fileWithoutIndexIsKeptWhenItIsLarge_data()
 {
-    expectLog(QStringLiteral("damaged beyond repair"));
-    const QByteArray content(9 * 1024 * 1024, 'x');
-    const UnfinishedTake take = leaveTake(QStringLiteral("1.m4a"), content);
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<int>("kilobytes");
+    QTest::addColumn<bool>("isKept");
+    QTest::newRow("seconds of sound") << QStringLiteral("audio") << 100 << false;
+    QTest::newRow("a minute of sound") << QStringLiteral("audio") << 1024 << true;
+    QTest::newRow("the beginning of a clip") << QStringLiteral("webcam") << 1024 << false;
+    QTest::newRow("a clip") << QStringLiteral("webcam") << 9 * 1024 << true;
+}
+
+void tst_KdTakeRecovery::fileWithoutIndexIsKeptWhenItIsLarge()
+{
+    QFETCH(QString, kind);
+    QFETCH(int, kilobytes);
+    QFETCH(bool, isKept);
+    expectLog(isKept ? QStringLiteral("damaged beyond repair")
+                     : QStringLiteral("before its first half second"));
+    const QByteArray content(kilobytes * 1024, 'x');
+    const UnfinishedTake take =
+        leaveTake(QStringLiteral("1.m4a"), content, QDateTime::currentDateTimeUtc(), kind);
     const RepairResult result = KdTakeRecovery::repair(take);
-    QCOMPARE(result.outcome, Outcome::Failed);
-    QCOMPARE(result.reason, RepairResult::Reason::Damaged);
-    QCOMPARE(TestFiles::read(take.record.takePath), content);
-    QCOMPARE(KdTakeRecovery::find(folder()).size(), 1);
+    QCOMPARE(result.outcome, isKept ? Outcome::Failed : Outcome::NothingRecoverable);
+    QCOMPARE(result.reason, isKept ? RepairResult::Reason::Damaged : RepairResult::Reason::None);
+    QCOMPARE(TestFiles::read(take.record.takePath), isKept ? content : QByteArray());
+    QCOMPARE(KdTakeRecovery::find(folder()).size(), isKept ? 1 : 0);
 }
 
 void tst_KdTakeRecovery::predecessorComesBackWhenTheNewTakeHadNotBegun()
