@@ -7,6 +7,15 @@
 
 using namespace KdVBLMODEL;
 
+namespace {
+
+_KdCaptureDevInf device(const char* name, const char* id)
+{
+    return {kdtMicrophone, 0, QString::fromLatin1(name), QString::fromLatin1(id)};
+}
+
+} // namespace
+
 class tst_KdDeviceBox : public KdTestCase
 {
     Q_OBJECT
@@ -16,6 +25,9 @@ private Q_SLOTS:
     void withoutDeviceTheOnlyRowSaysSo();
     void deviceOfTheSameNameIsADevice();
     void choiceIsSilent();
+    void deviceIsFoundByItsIdAndItsName();
+    void devicesThatNothingTellsApartKeepTheirPlaces();
+    void formerDeviceIsChosenAgain();
     void emptyStateIsTranslated();
 };
 
@@ -75,6 +87,52 @@ void tst_KdDeviceBox::choiceIsSilent()
     QVERIFY(!devices.choose(-1));
     QVERIFY(devices.choose(1));
     QCOMPARE(devices.currentName(), QStringLiteral("B"));
+    QCOMPARE(changed.count(), 0);
+}
+
+void tst_KdDeviceBox::deviceIsFoundByItsIdAndItsName()
+{
+    KdComboBox list;
+    KdDeviceBox devices(&list);
+    devices.fillWith({device("A", "1"), device("A", "2"), device("B", "2")}, 0);
+    QCOMPARE(list.count(), 3);
+    QCOMPARE(devices.rowOf(device("A", "2")), 1);
+    QCOMPARE(devices.rowOf(device("B", "2")), 2);
+    QCOMPARE(devices.rowOf(device("B", "1")), -1);
+    const QList<_KdCaptureDevInf> present{device("B", "2"), device("A", "1")};
+    QCOMPARE(devices.indexIn(present, 0), 1);
+    QCOMPARE(devices.indexIn(present, 1), -1);
+    QCOMPARE(devices.indexIn(present, 2), 0);
+    QCOMPARE(devices.indexIn(present, 3), -1);
+    QCOMPARE(devices.indexIn(present, -1), -1);
+    devices.fill({QStringLiteral("A")}, 0);
+    QCOMPARE(devices.rowOf(device("A", "1")), -1);
+    QCOMPARE(devices.indexIn(present, 0), -1);
+}
+
+void tst_KdDeviceBox::devicesThatNothingTellsApartKeepTheirPlaces()
+{
+    KdComboBox list;
+    KdDeviceBox devices(&list);
+    const QList<_KdCaptureDevInf> twins{device("A", ""), device("A", "")};
+    devices.fillWith(twins, 1);
+    QCOMPARE(devices.rowOf(device("A", "")), 1);
+    QCOMPARE(devices.indexIn(twins, 1), 1);
+}
+
+void tst_KdDeviceBox::formerDeviceIsChosenAgain()
+{
+    KdComboBox list;
+    KdDeviceBox devices(&list);
+    devices.fillWith({device("A", "1"), device("A", "2")}, 0);
+    QSignalSpy changed(&list, qOverload<int>(&QComboBox::currentIndexChanged));
+    QVERIFY(devices.chooseAgain(device("A", "2"), QStringLiteral("A")));
+    QCOMPARE(devices.currentRow(), 1);
+    QVERIFY(!devices.chooseAgain(device("A", "2"), QStringLiteral("A")));
+    // One that has another id by now is told by its text.
+    QVERIFY(devices.chooseAgain(device("A", "3"), QStringLiteral("A")));
+    QCOMPARE(devices.currentRow(), 0);
+    QVERIFY(!devices.chooseAgain(device("B", "3"), QStringLiteral("B")));
     QCOMPARE(changed.count(), 0);
 }
 

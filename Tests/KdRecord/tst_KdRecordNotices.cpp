@@ -55,6 +55,8 @@ private Q_SLOTS:
     void lostTakeIsExplainedByItsFolder();
     void isAskingWhileAMessageIsOpen();
     void isAskingWhileSomethingModalRuns();
+    void occupiedWebcamWaitsForAnotherMessage_data();
+    void occupiedWebcamWaitsForAnotherMessage();
     void panelMayGoInsideAMessage();
     void pauseIsShownUntilItIsOver();
     void tipPointsBelowTheButton();
@@ -226,6 +228,40 @@ void tst_KdRecordNotices::isAskingWhileSomethingModalRuns()
         panel.notices.runModal([&panel] { return panel.notices.isAsking() ? 42 : 0; });
     QCOMPARE(result, 42);
     QVERIFY(!panel.notices.isAsking());
+}
+
+void tst_KdRecordNotices::occupiedWebcamWaitsForAnotherMessage_data()
+{
+    QTest::addColumn<bool>("isForgotten");
+    QTest::newRow("told") << false;
+    QTest::newRow("forgotten") << true;
+}
+
+void tst_KdRecordNotices::occupiedWebcamWaitsForAnotherMessage()
+{
+    QFETCH(bool, isForgotten);
+    Panel panel;
+    WindowAnswers answers;
+    answers.handle(QStringLiteral("KOldMessageDialog"), [&panel](QWidget& box) {
+        panel.notices.tellWebcamOccupied();
+        box.close();
+    });
+    panel.notices.tellNoDevice();
+    QCOMPARE(answers.messages().size(), 1);
+    if (isForgotten) {
+        panel.notices.forgetOccupied();
+    } else {
+        answers.handle(QStringLiteral("KOldMessageDialog"), [&panel](QWidget& box) {
+            // It is on the screen already.
+            panel.notices.tellWebcamOccupied();
+            box.close();
+        });
+    }
+    QCoreApplication::sendPostedEvents(&panel);
+    QCOMPARE(answers.messages().size(), isForgotten ? 1 : 2);
+    QVERIFY(!panel.notices.isAsking());
+    QCoreApplication::sendPostedEvents(&panel);
+    QCOMPARE(answers.messages().size(), isForgotten ? 1 : 2);
 }
 
 void tst_KdRecordNotices::panelMayGoInsideAMessage()
