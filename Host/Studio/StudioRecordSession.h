@@ -24,8 +24,10 @@ public:
     /** Opens the dialog, or brings the open one to the front. May run until the dialog is closed,
      * by then this object may be gone. */
     void open();
-    /** Ends a running take and closes the dialog. */
+    /** Closes the dialog as its user does, who may throw a running take away by that. */
     void close();
+    /** Ends a running take so that it is kept and told, and closes the dialog. Asks nobody. */
+    virtual void finish() { close(); }
     bool isOpen() const { return !m_pView.isNull(); }
     /** The dialog; null while closed. */
     KdFramelessDialog* view() const { return m_pView; }

@@ -6,8 +6,8 @@
 class KdWebcamRecordView;
 
 /**
- * The dialog for webcam clips. It is modal: open() returns when it is closed. A take that runs then
- * is thrown away. The project is muted while it is open, for its sound would be in the clip.
+ * The dialog for webcam clips. It is modal: open() returns when it is closed. close() throws a take
+ * that runs away. The project is muted while it is open, for its sound would be in the clip.
  */
 class StudioWebcamSession : public StudioRecordSession
 {
@@ -15,6 +15,8 @@ class StudioWebcamSession : public StudioRecordSession
 
 public:
     explicit StudioWebcamSession(QWidget* mainWindow);
+
+    void finish() override;
 
 protected:
     KdFramelessDialog* makeView(QWidget* mainWindow) override;

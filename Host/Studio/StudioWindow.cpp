@@ -19,6 +19,7 @@
 #include <Studio/StudioStartWatch.h>
 #include <Studio/StudioTakeAnalyser.h>
 #include <Studio/StudioTakeDetails.h>
+#include <Studio/StudioTakeFolders.h>
 #include <Studio/StudioTakeLibrary.h>
 #include <Studio/StudioTakeModel.h>
 #include <Studio/StudioTakePane.h>
@@ -230,6 +231,11 @@ void StudioWindow::connectRecorders()
     connect(m_pTakes, &StudioTakePane::webcamRequested, this, [this] { record(m_pWebcam); });
     connectRecorder(m_pVoiceOver);
     connectRecorder(m_pWebcam);
+    // A recorder stores a folder that its user chose only when it is closed.
+    connect(m_pVoiceOver, &StudioRecordSession::takeStarted, this,
+            [] { StudioTakeFolders::remember(voiceFolder()); });
+    connect(m_pWebcam, &StudioRecordSession::takeStarted, this,
+            [] { StudioTakeFolders::remember(captureFolder()); });
     // The start of a camera needs the machine for itself.
     connect(m_pStarts, &StudioStartWatch::startBegins, m_pAnalyser, &StudioTakeAnalyser::hold);
     connect(m_pStarts, &StudioStartWatch::startEnded, m_pAnalyser, &StudioTakeAnalyser::release);
@@ -287,6 +293,7 @@ void StudioWindow::openTakes()
     openVoiceFolder();
     QStringList folders{m_pLibrary->folder()};
     folders.append(captureFolder());
+    folders.append(StudioTakeFolders::remembered());
     folders.removeDuplicates();
     m_pRecovery->find(folders);
     tell([folder = QDir::toNativeSeparators(m_pLibrary->folder())] {
@@ -426,8 +433,8 @@ void StudioWindow::changeEvent(QEvent* event)
 
 void StudioWindow::closeEvent(QCloseEvent* event)
 {
-    m_pVoiceOver->close();
-    m_pWebcam->close();
+    m_pVoiceOver->finish();
+    m_pWebcam->finish();
     m_pSideWindows->closeAll();
     m_pPlayer->stop();
     m_pImporter->flush();
