@@ -22,6 +22,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -186,6 +187,9 @@ void StudioApplication::startNextTake()
 
 void StudioApplication::endTake(const StudioTakeResult& result)
 {
+    if (m_isLeaving) {
+        return;
+    }
     if (!result.error.isEmpty()) {
         say(stderr,
             QStringLiteral("studio: the %1 take failed. %2").arg(m_planned.name, result.error));
@@ -231,6 +235,10 @@ void StudioApplication::keepPictures()
 
 void StudioApplication::leave(int status)
 {
+    // Closing ends a running take, whose end asks to leave, too.
+    if (std::exchange(m_isLeaving, true)) {
+        return;
+    }
     m_window->close();
     QApplication::exit(status);
 }

@@ -65,4 +65,5 @@ private:
     QVector<PlannedTake> m_plan;
     PlannedTake m_planned;
     std::unique_ptr<StudioUnattendedTake> m_take;
+    bool m_isLeaving = false;
 };

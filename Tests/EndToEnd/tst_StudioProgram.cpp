@@ -81,25 +81,26 @@ private Q_SLOTS:
     void demonstrationRecordsSpeechThroughTheDialog();
     void tooShortTakeIsSaidInTheRecordersWords();
     void unusableFolderIsSaidInTheRecordersWords();
+    void endOfTheSessionKeepsTheRunningTake_data();
     void endOfTheSessionKeepsTheRunningTake();
     void takeOfAKilledProgramIsOfferedRepairedAndListed();
 
 private:
     QString takes() const { return temporaryPath(QStringLiteral("takes of %1")); }
-    QStringList demo(double seconds) const
+    QStringList demo(double seconds, const QString& recorder = QStringLiteral("voice-over")) const
     {
         return {QStringLiteral("--demo"), QStringLiteral("--takes"), takes(),
-                QStringLiteral("--voice-over"), QString::number(seconds)};
+                QStringLiteral("--") + recorder, QString::number(seconds)};
     }
-    /** The take that is being written; empty until there is one with sound in it. */
+    /** The take that is being written; empty until there is one with something in it. */
     QString runningTake() const;
     QVector<StudioTake> listedTakes() const;
 };
 
 QString tst_StudioProgram::runningTake() const
 {
-    const QFileInfoList files =
-        QDir(takes()).entryInfoList({QStringLiteral("REC_*.m4a")}, QDir::Files, QDir::Name);
+    const QFileInfoList files = QDir(takes()).entryInfoList(
+        {QStringLiteral("REC_*.m4a"), QStringLiteral("VID_*.mp4")}, QDir::Files, QDir::Name);
     return files.isEmpty() || files.first().size() < 20000 ? QString() : files.first().filePath();
 }
 
@@ -210,11 +211,23 @@ void tst_StudioProgram::unusableFolderIsSaidInTheRecordersWords()
     QVERIFY(program.errors().contains(QStringLiteral("Please check whether you have permission")));
 }
 
+void tst_StudioProgram::endOfTheSessionKeepsTheRunningTake_data()
+{
+    QTest::addColumn<QString>("recorder");
+    QTest::newRow("voice-over") << QStringLiteral("voice-over");
+    QTest::newRow("webcam") << QStringLiteral("webcam");
+}
+
 void tst_StudioProgram::endOfTheSessionKeepsTheRunningTake()
 {
-    Program program(demo(60.0));
+    QFETCH(QString, recorder);
+    Program program(demo(60.0, recorder));
     QTRY_VERIFY_WITH_TIMEOUT(!runningTake().isEmpty(), 30000);
     const QString path = runningTake();
+    // A shorter one would not be kept.
+    QElapsedTimer running;
+    running.start();
+    QTRY_VERIFY(running.elapsed() > 1500);
     program.process.terminate();
     QCOMPARE(program.exitStatus(), 128 + SIGTERM);
     const StudioMediaInfo media = probeMedia(path);

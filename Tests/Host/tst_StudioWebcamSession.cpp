@@ -52,6 +52,8 @@ private Q_SLOTS:
     void openRunsUntilTheDialogIsClosed();
     void takeIsToldFromStartToEnd();
     void closingInMidTakeReportsNothing();
+    void finishingInMidTakeKeepsTheClip();
+    void finishingATakeThatIsNotKeptAsksNobody();
     void projectIsMuteWhileTheDialogIsOpen();
     void lockIsToldFromTheCountdownToTheEnd();
     void windowGoesWithAnOpenDialog();
@@ -135,6 +137,40 @@ void tst_StudioWebcamSession::closingInMidTakeReportsNothing()
     QCOMPARE(desk.closed.count(), 1);
     QCOMPARE(desk.finished.count(), 0);
     QVERIFY(!desk.isLocked());
+}
+
+void tst_StudioWebcamSession::finishingInMidTakeKeepsTheClip()
+{
+    ScriptedEngine engine;
+    engine.script().take = "clip";
+    WebcamDesk desk;
+    use(desk, [&] {
+        desk.press("KProDlg_KCameraCptBtn");
+        QTRY_COMPARE(desk.started.count(), 1);
+        engine.deliverTime(2000);
+        // The recorder's own clock decides what is too short.
+        QTest::qWait(1050);
+        desk.session.finish();
+    });
+    QCOMPARE(desk.finished.count(), 1);
+    QVERIFY(QFileInfo::exists(desk.finished.at(0).at(0).toString()));
+    QCOMPARE(desk.closed.count(), 1);
+    QVERIFY(!desk.isLocked());
+}
+
+void tst_StudioWebcamSession::finishingATakeThatIsNotKeptAsksNobody()
+{
+    ScriptedEngine engine;
+    engine.script().take = "clip";
+    WebcamDesk desk;
+    use(desk, [&] {
+        desk.press("KProDlg_KCameraCptBtn");
+        QTRY_COMPARE(desk.started.count(), 1);
+        desk.session.finish();
+    });
+    QCOMPARE(desk.finished.count(), 1);
+    QCOMPARE(desk.finished.at(0).at(0).toString(), QString());
+    QCOMPARE(desk.closed.count(), 1);
 }
 
 void tst_StudioWebcamSession::projectIsMuteWhileTheDialogIsOpen()
