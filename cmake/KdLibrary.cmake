@@ -52,11 +52,13 @@ endfunction()
 # kd_add_archive(NAME SOURCES ... LINKS public targets ...): a static library of the host's, to be linked into others.
 function(kd_add_archive name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  kd_keep_platform_sources(ARG_SOURCES)
   add_library(${name} STATIC ${ARG_SOURCES})
   add_library(KdRecord::${name} ALIAS ${name})
   target_include_directories(${name} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/Host> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>
     $<INSTALL_INTERFACE:${KDRECORD_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE $<BUILD_INTERFACE:kd_flags>)
+  kd_watch_sources(${name})
   kd_install_library(${name} LINKS ${ARG_LINKS})
 endfunction()

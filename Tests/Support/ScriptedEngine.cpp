@@ -173,6 +173,12 @@ _KdCaptureDevInf ScriptedEngine::selectedDevice(_KdDevType type) const
     return recorder ? recorder->selected(type) : _KdCaptureDevInf();
 }
 
+QSize ScriptedEngine::pictureSize() const
+{
+    const auto recorder = m_state->lastRecorder();
+    return recorder ? recorder->pictureSize() : QSize();
+}
+
 int ScriptedEngine::observerCount() const
 {
     const auto recorder = m_state->lastRecorder();

@@ -107,6 +107,8 @@ public:
     bool isPreviewing() const;
     KdVBLMODEL::_KdCaptureDevInf selectedDevice(KdVBLMODEL::_KdDevType type) const;
     int observerCount() const;
+    /** As chosen last, empty before. Any thread. */
+    QSize pictureSize() const;
 
     /**
      * Call the observers of every live recorder on a thread of the engine and return when they are

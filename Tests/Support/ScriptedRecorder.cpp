@@ -68,22 +68,27 @@ bool ScriptedRecorder::writeTake() const
         return true;
     }
     QFile file(m_nextPath);
-    return file.open(QIODevice::WriteOnly) &&
+    return !isStrangersFile() && file.open(QIODevice::WriteOnly) &&
            file.write(m_engine.script.take) == m_engine.script.take.size();
 }
 
-void ScriptedRecorder::pauseTake()
+bool ScriptedRecorder::isStrangersFile() const
 {
-    if (m_status == fcsRecording) {
-        m_status = fcsPaused;
-    }
+    return m_nextPath != m_takePath && QFile::exists(m_nextPath);
 }
 
-void ScriptedRecorder::resumeTake()
+bool ScriptedRecorder::pauseTake()
 {
-    if (m_status == fcsPaused) {
-        m_status = fcsRecording;
-    }
+    const bool isRecording = m_status == fcsRecording;
+    m_status = isRecording ? fcsPaused : m_status;
+    return isRecording;
+}
+
+bool ScriptedRecorder::resumeTake()
+{
+    const bool isPaused = m_status == fcsPaused;
+    m_status = isPaused ? fcsRecording : m_status;
+    return isPaused;
 }
 
 void ScriptedRecorder::endTake()

@@ -17,6 +17,8 @@ public:
     bool isPreviewing() const { return m_isPreviewing; }
     KdVBLMODEL::_KdCaptureStatus status() const { return m_status; }
     KdVBLMODEL::_KdCaptureDevInf selected(KdVBLMODEL::_KdDevType type) const;
+    /** As chosen last, empty before. Any thread. */
+    QSize pictureSize() const { return {m_width, m_height}; }
     int observerCount() const { return m_observers.count(); }
     int deliver(ScriptedEngineState::Kind kind,
                 const std::function<void(ScriptedObservers::Observer&)>& call);
@@ -30,8 +32,9 @@ protected:
     bool succeeds(const char* operation) const;
 
     bool beginTake(KdVBLMODEL::_KdDevType neededDevice);
-    void pauseTake();
-    void resumeTake();
+    /** @return whether there was one to pause. */
+    bool pauseTake();
+    bool resumeTake();
     void endTake();
     void setSwitch(std::size_t number, bool on) { m_switches.at(number - 1) = on; }
     void listDevices(KdVBLMODEL::_KdDevType type, QList<KdVBLMODEL::_KdCaptureDevInf>* devices);
@@ -39,6 +42,11 @@ protected:
     void select(KdVBLMODEL::_KdDevType type, int index) { m_selected[type] = index; }
     void setPath(const QString& path) { m_nextPath = path; }
     QString path() const;
+    void setPictureSize(QSize size)
+    {
+        m_width = size.width();
+        m_height = size.height();
+    }
     void setPreviewing(bool on) { m_isPreviewing = on; }
     KdVBLMODEL::_KdCaptureStatus scriptedStatus() const;
     void markReleased();
@@ -50,6 +58,7 @@ private:
     void enterCall(const char* operation, const QStringList& texts,
                    std::vector<std::any> arguments);
     bool writeTake() const;
+    bool isStrangersFile() const;
 
     static QString describe(int value) { return QString::number(value); }
     static QString describe(bool value);
@@ -63,6 +72,8 @@ private:
     const bool m_hasFrames;
     std::atomic<bool> m_isReleased{false};
     std::array<std::atomic<bool>, 3> m_switches{};
+    std::atomic<int> m_width{0};
+    std::atomic<int> m_height{0};
     bool m_isPreviewing = false;
     KdVBLMODEL::_KdCaptureStatus m_status = KdVBLMODEL::fcsNoStart;
     QHash<int, QList<KdVBLMODEL::_KdCaptureDevInf>> m_listed;

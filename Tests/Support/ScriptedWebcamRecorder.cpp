@@ -16,21 +16,13 @@ bool ScriptedWebcamRecorder::start()
 bool ScriptedWebcamRecorder::pause()
 {
     enter("pause");
-    if (!succeeds("pause")) {
-        return false;
-    }
-    pauseTake();
-    return true;
+    return succeeds("pause") && pauseTake();
 }
 
 bool ScriptedWebcamRecorder::resume()
 {
     enter("resume");
-    if (!succeeds("resume")) {
-        return false;
-    }
-    resumeTake();
-    return true;
+    return succeeds("resume") && resumeTake();
 }
 
 bool ScriptedWebcamRecorder::stop()
@@ -43,32 +35,46 @@ bool ScriptedWebcamRecorder::stop()
 bool ScriptedWebcamRecorder::setResolution(QSize resolution)
 {
     enter("setResolution", resolution);
-    return succeeds("setResolution");
+    if (!succeeds("setResolution") || !offered().contains(resolution)) {
+        return false;
+    }
+    setPictureSize(resolution);
+    return true;
 }
 
 bool ScriptedWebcamRecorder::setVideoFormat(const KdVideoFormat* format)
 {
     enter("setVideoFormat", format ? *format : KdVideoFormat());
-    return succeeds("setVideoFormat");
+    return succeeds("setVideoFormat") && format && format->fourcc == kFourCcH264 &&
+           m_engine.script.frameRates.contains(format->frameRate);
 }
 
 bool ScriptedWebcamRecorder::setAudioFormat(const KdAudioFormat* format)
 {
     enter("setAudioFormat", format ? *format : KdAudioFormat());
-    return succeeds("setAudioFormat");
+    return succeeds("setAudioFormat") && format;
+}
+
+QList<QSize> ScriptedWebcamRecorder::offered() const
+{
+    const EngineScript& script = m_engine.script;
+    return script.resolutionsOf.value(selected(kdtWebcam).id, script.resolutions);
 }
 
 void ScriptedWebcamRecorder::getResolutions(QList<QSize>* resolutions)
 {
     enter("getResolutions");
-    const EngineScript& script = m_engine.script;
-    *resolutions = script.resolutionsOf.value(selected(kdtWebcam).id, script.resolutions);
+    if (resolutions) {
+        *resolutions = offered();
+    }
 }
 
 void ScriptedWebcamRecorder::getFrameRates(QList<double>* frameRates)
 {
     enter("getFrameRates");
-    *frameRates = m_engine.script.frameRates;
+    if (frameRates) {
+        *frameRates = m_engine.script.frameRates;
+    }
 }
 
 void ScriptedWebcamRecorder::setCallbackSwitch1(bool on)
@@ -102,6 +108,9 @@ void ScriptedWebcamRecorder::setInterval(int msec)
 bool ScriptedWebcamRecorder::getDevices(_KdDevType type, QList<_KdCaptureDevInf>* devices)
 {
     enter("getDevices", type);
+    if (!devices) {
+        return false;
+    }
     devices->clear();
     if (!succeeds("getDevices") || (type != kdtWebcam && type != kdtMicrophone)) {
         return false;
@@ -186,7 +195,7 @@ void ScriptedWebcamRecorder::release()
 bool ScriptedWebcamRecorder::setRecordDisplayShape(_KdCaptureRecordShape shape)
 {
     enter("setRecordDisplayShape", shape);
-    if (!succeeds("setRecordDisplayShape")) {
+    if (!succeeds("setRecordDisplayShape") || (shape != fcrsCircle && shape != fcrsSquare)) {
         return false;
     }
     m_shape = shape;
@@ -202,7 +211,7 @@ _KdCaptureRecordShape ScriptedWebcamRecorder::getRecordDisplayShape()
 void ScriptedWebcamRecorder::setBackgroundMode(_KdCaptureRecordBackgroundMode mode)
 {
     enter("setBackgroundMode", mode);
-    m_background = mode;
+    m_background = mode == fcbmRemove || mode == fcbmBlur ? mode : fcbmNone;
 }
 
 _KdCaptureRecordBackgroundMode ScriptedWebcamRecorder::getBackgroundMode()

@@ -44,6 +44,9 @@ public:
     bool getRecordFlip() override;
 
 private:
+    /** What the script says that the chosen webcam can do. */
+    QList<QSize> offered() const;
+
     KdVBLMODEL::_KdCaptureRecordShape m_shape = KdVBLMODEL::fcrsSquare;
     KdVBLMODEL::_KdCaptureRecordBackgroundMode m_background = KdVBLMODEL::fcbmNone;
     bool m_isFlipped = false;

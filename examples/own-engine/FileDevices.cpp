@@ -44,6 +44,11 @@ QList<_KdCaptureDevInf> FileDevices::list(_KdDevType type)
     return devices;
 }
 
+bool FileDevices::isThere(const _KdCaptureDevInf& device)
+{
+    return !device.id.isEmpty() && QFileInfo::exists(device.id);
+}
+
 QByteArray FileDevices::sound(const _KdCaptureDevInf& device)
 {
     QFile file(device.id);

@@ -1,6 +1,7 @@
 #include "FileRecorder.h"
 
 #include <chrono>
+#include <utility>
 
 using namespace KdVBLMODEL;
 
@@ -8,20 +9,15 @@ namespace {
 
 constexpr int kLevel = 50;
 constexpr int kBytesPerTick = 4096;
+constexpr int kOwnInterval = 100;
 
 } // namespace
-
-FileTake::FileTake() : m_thread([this] { run(); }) {}
 
 FileTake::~FileTake()
 {
     stop();
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_quit = true;
-    }
-    m_wake.notify_all();
-    m_thread.join();
+    m_observers.clear();
+    keepThreadAsNeeded();
 }
 
 QList<_KdCaptureDevInf> FileTake::listDevices(_KdDevType type)
@@ -32,54 +28,80 @@ QList<_KdCaptureDevInf> FileTake::listDevices(_KdDevType type)
 
 bool FileTake::select(_KdDevType type, int index)
 {
-    m_selected[type] = index;
-    return index >= 0 && index < m_listed.value(type).size();
+    const _KdCaptureDevInf wanted = m_listed.value(type).value(index);
+    if (!FileDevices::isThere(wanted)) {
+        return false;
+    }
+    m_selected[type] = wanted;
+    return true;
 }
 
 _KdCaptureDevInf FileTake::device(_KdDevType type) const
 {
-    return m_listed.value(type).value(m_selected.value(type, -1));
+    return m_selected.value(type);
 }
 
-bool FileTake::start(const QByteArray& head, const QByteArray& content)
+bool FileTake::start(const QByteArray& content)
 {
     stop();
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    m_file.setFileName(m_nextPath);
-    if (content.isEmpty() || !m_file.open(QIODevice::WriteOnly) ||
-        m_file.write(head + content) < 0) {
-        m_file.close();
+    if (content.isEmpty() || !openFile()) {
+        return false;
+    }
+    if (m_file.write(content) != content.size()) {
+        m_file.remove();
         return false;
     }
     m_takePath = m_nextPath;
-    m_content = content;
+    m_interval = m_nextInterval;
     m_elapsed = 0;
+    m_isWhole = true;
+    m_content = content;
     m_status = fcsRecording;
+    keepThreadAsNeeded();
     return true;
 }
 
-void FileTake::pause()
+/** A file that is there already is somebody else's, unless it is the last take. */
+bool FileTake::openFile()
 {
-    auto expected = fcsRecording;
-    m_status.compare_exchange_strong(expected, fcsPaused);
+    m_file.setFileName(m_nextPath);
+    const bool isOwn = m_nextPath == m_takePath;
+    return m_file.open(isOwn ? QIODevice::WriteOnly : QIODevice::NewOnly);
 }
 
-void FileTake::resume()
+bool FileTake::pause()
+{
+    auto expected = fcsRecording;
+    return m_status.compare_exchange_strong(expected, fcsPaused);
+}
+
+bool FileTake::resume()
 {
     auto expected = fcsPaused;
-    m_status.compare_exchange_strong(expected, fcsRecording);
+    return m_status.compare_exchange_strong(expected, fcsRecording);
 }
 
 bool FileTake::stop()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_status == fcsNoStart) {
         return true;
     }
-    m_status = fcsNoStart;
-    const bool finished = m_file.flush();
-    m_file.close();
+    bool finished = false;
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_status = fcsNoStart;
+        m_interval = m_nextInterval;
+        finished = m_file.flush() && m_isWhole;
+        m_file.close();
+    }
+    keepThreadAsNeeded();
     return finished;
+}
+
+void FileTake::setContent(const QByteArray& content)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_content = content;
 }
 
 void FileTake::setPreview(const QImage& picture)
@@ -88,12 +110,52 @@ void FileTake::setPreview(const QImage& picture)
     m_preview = picture;
 }
 
+void FileTake::setInterval(int msec)
+{
+    m_nextInterval = msec > 0 ? qBound(10, msec, 1000) : kOwnInterval;
+    if (m_status == fcsNoStart) {
+        m_interval = m_nextInterval;
+    }
+}
+
+void FileTake::addObserver(Observer* observer)
+{
+    m_observers.add(observer);
+    keepThreadAsNeeded();
+}
+
+void FileTake::removeObserver(Observer* observer)
+{
+    m_observers.remove(observer); // the barrier
+    keepThreadAsNeeded();
+}
+
+void FileTake::keepThreadAsNeeded()
+{
+    const bool isNeeded = m_status != fcsNoStart || !m_observers.isEmpty();
+    if (isNeeded == m_thread.joinable()) {
+        return;
+    }
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_quit = !isNeeded;
+    }
+    if (isNeeded) {
+        m_thread = std::thread([this] { run(); });
+        return;
+    }
+    m_wake.notify_all();
+    std::exchange(m_thread, std::thread()).join();
+}
+
 void FileTake::run()
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     while (!m_quit) {
         const int msec = m_interval;
-        m_wake.wait_for(lock, std::chrono::milliseconds(msec));
+        if (m_wake.wait_for(lock, std::chrono::milliseconds(msec), [this] { return m_quit; })) {
+            return;
+        }
         lock.unlock();
         tick(msec);
         lock.lock();
@@ -105,7 +167,8 @@ void FileTake::tick(int msec)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (m_status == fcsRecording) {
-            m_file.write(m_content.left(kBytesPerTick));
+            const QByteArray part = m_content.left(kBytesPerTick);
+            m_isWhole = m_file.write(part) == part.size() && m_isWhole;
             m_elapsed += msec;
         }
     }
@@ -135,7 +198,7 @@ void FileTake::reportPicture()
 
 bool FileAudioRecorder::start()
 {
-    return m_take.start({}, FileDevices::sound(m_take.device(kdtMicrophone)));
+    return m_take.start(FileDevices::sound(m_take.device(kdtMicrophone)));
 }
 
 void FileAudioRecorder::getDevices(QList<_KdCaptureDevInf>* devices)
@@ -143,5 +206,12 @@ void FileAudioRecorder::getDevices(QList<_KdCaptureDevInf>* devices)
     const QList<_KdCaptureDevInf> listed = m_take.listDevices(kdtMicrophone);
     if (devices) {
         *devices = listed;
+    }
+}
+
+void FileAudioRecorder::setDevice(int index)
+{
+    if (!m_take.select(kdtMicrophone, index)) {
+        m_take.deselect(kdtMicrophone);
     }
 }
