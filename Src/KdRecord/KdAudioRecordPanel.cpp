@@ -38,6 +38,7 @@
 
 namespace {
 
+constexpr char kSourceFile[] = "Src/KdRecord/KdAudioRecordPanel";
 constexpr int kDeviceRebuildMs = 100;
 constexpr QSize kAdvanceSettingsSize(480, 473);
 
@@ -229,6 +230,24 @@ void KdAudioRecordPanel::slotDeviceStatusChanged(KdVBLMODEL::KdCaptureDeviceStat
     }
 }
 
+void KdAudioRecordPanel::handleDeviceLost(int status, int deviceIdx)
+{
+    KdBaseLog::write(KdBaseLog::Info, {kSourceFile, "KdAudioRecordPanel::slotDeviceStatusChanged"},
+                     "status: %d, deviceIdx: %d, record status: %d", status, deviceIdx,
+                     static_cast<int>(m_pRecorderHelper->curStatus()));
+    KdVBLMODEL::KdCaptureDevInfo lost;
+    m_pRecorderHelper->getCurrentDeviceInfo(lost);
+    // The list was perhaps rebuilt without the device, which made another one the current one.
+    const QString name = isTakeRunning() ? m_strTakeDevice : lost.name;
+    const QPointer<KdAudioRecordPanel> self(this);
+    if (m_pUi->startStop->isChecked()) {
+        slotStopButtonClicked();
+    }
+    if (self && m_pRecorderHelper) {
+        m_notices.tellDeviceLost(name);
+    }
+}
+
 // Settings
 
 void KdAudioRecordPanel::slotOnSavePathChanged(const QString& strPath)
@@ -260,10 +279,8 @@ KAdvanceSettings* KdAudioRecordPanel::advanceSettings()
         m_pAdvanceSettings->loadData(
             KAudioAdvanceMapping::read(*appSettings()->GetAudioAdvanceSettings()));
         connect(m_pAdvanceSettings, &KAdvanceSettings::sigParaChange, this, [] {
-            KdBaseLog::write(
-                KdBaseLog::Info,
-                {"Src/KdRecord/KdAudioRecordPanel", "KdAudioRecordPanel::advanceSettings"},
-                "The advanced settings were changed");
+            KdBaseLog::write(KdBaseLog::Info, {kSourceFile, "KdAudioRecordPanel::advanceSettings"},
+                             "The advanced settings were changed");
         });
         m_pAdvanceSettings->setFixedSize(kAdvanceSettingsSize);
     }

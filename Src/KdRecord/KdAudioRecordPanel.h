@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class KAdvanceSettings;
 class KdAudioDeviceBoxes;
@@ -131,7 +132,8 @@ private:
     void rememberChoices();
     void failStart();
     void startOverTake();
-    void dropTimeOfFormerTake();
+    void dropTimeOfFormerTake(int formerSeconds);
+    bool isTimeOfFormerTake(int seconds) const;
     void giveUpTake();
     void StopRecord(bool fromUi);
     bool endRecording(bool fromUi);
@@ -164,4 +166,5 @@ private:
     int m_nDurationSec = 0;
     /** False while reports of a take that was re-recorded may still be on their way. */
     bool m_bTakesTime = true;
+    std::optional<int> m_formerSeconds; ///< reported of the take that was re-recorded
 };

@@ -26,6 +26,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -256,11 +257,12 @@ bool KdAudioRecordPanel::StartRecord(bool bReStart)
     m_elapsed.restart();
     m_pTakeWatch->start();
     m_pUi->announcer->tellStarted();
-    m_nDurationSec = 0;
+    const int formerSeconds = std::exchange(m_nDurationSec, 0);
+    m_formerSeconds.reset();
     m_strTakeDevice = m_pDevices->currentName();
     rememberChoices();
     if (bReStart) {
-        dropTimeOfFormerTake();
+        dropTimeOfFormerTake(formerSeconds);
     }
     const QPointer<KdAudioRecordPanel> self(this);
     Q_EMIT sigStartCapture(bReStart);
@@ -313,10 +315,11 @@ void KdAudioRecordPanel::failStart()
 void KdAudioRecordPanel::slotCaptureTime(qint64 miliseconds)
 {
     // Reports are queued: some arrive when their take is over.
-    if (!isTakeRunning() || !m_bTakesTime) {
+    const int seconds = KdTakeTime::toWholeSeconds(miliseconds);
+    if (!isTakeRunning() || !m_bTakesTime || isTimeOfFormerTake(seconds)) {
         return;
     }
-    m_nDurationSec = KdTakeTime::toWholeSeconds(miliseconds);
+    m_nDurationSec = seconds;
     m_pUi->time->setText(KdTakeTime::toText(m_nDurationSec));
     Q_EMIT sigCaptureDoing(KdTakeTime::toFrames(miliseconds, m_projectFps));
 }
@@ -380,13 +383,20 @@ void KdAudioRecordPanel::startOverTake()
     }
 }
 
-void KdAudioRecordPanel::dropTimeOfFormerTake()
+void KdAudioRecordPanel::dropTimeOfFormerTake(int formerSeconds)
 {
-    // The former take's last reports are queued already, so they come before this one.
+    // The former take's last reports are queued already, so they come before this one; all but the
+    // one that a thread of the engine may be about to queue.
+    m_formerSeconds = std::max(1, formerSeconds);
     m_bTakesTime = false;
     QMetaObject::invokeMethod(
         this, [this] { m_bTakesTime = true; }, Qt::QueuedConnection);
     m_pUi->time->setText(KdTakeTime::toText(0));
+}
+
+bool KdAudioRecordPanel::isTimeOfFormerTake(int seconds) const
+{
+    return m_formerSeconds && seconds >= *m_formerSeconds && m_elapsed.isTooShort();
 }
 
 void KdAudioRecordPanel::giveUpTake()
@@ -459,24 +469,6 @@ void KdAudioRecordPanel::reportTake(bool isFinished)
     }
     if (self) {
         Q_EMIT sigCaptureFinished(m_strLastFile, channels, bits, seconds, device);
-    }
-}
-
-void KdAudioRecordPanel::handleDeviceLost(int status, int deviceIdx)
-{
-    KdBaseLog::write(KdBaseLog::Info, source("KdAudioRecordPanel::slotDeviceStatusChanged"),
-                     "status: %d, deviceIdx: %d, record status: %d", status, deviceIdx,
-                     static_cast<int>(m_pRecorderHelper->curStatus()));
-    KdVBLMODEL::KdCaptureDevInfo lost;
-    m_pRecorderHelper->getCurrentDeviceInfo(lost);
-    // The list was perhaps rebuilt without the device, which made another one the current one.
-    const QString name = isTakeRunning() ? m_strTakeDevice : lost.name;
-    const QPointer<KdAudioRecordPanel> self(this);
-    if (m_pUi->startStop->isChecked()) {
-        slotStopButtonClicked();
-    }
-    if (self && m_pRecorderHelper) {
-        m_notices.tellDeviceLost(name);
     }
 }
 

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void reRecordQuestionGoesWithTheTake();
     void reRecordOfAPausedTakeRecords();
     void timeOfTheFormerTakeIsDroppedAfterReRecording();
+    void lateTimeOfTheFormerTakeIsDropped();
 };
 
 void tst_KdAudioRecordPanelReRecord::reRecordDeletesTheOldTakeWhenTheNewOneRuns()
@@ -157,6 +158,30 @@ void tst_KdAudioRecordPanelReRecord::timeOfTheFormerTakeIsDroppedAfterReRecordin
     engine->deliverTime(1000);
     drain();
     QCOMPARE(timeText(), QStringLiteral(" 00:00:01"));
+}
+
+void tst_KdAudioRecordPanelReRecord::lateTimeOfTheFormerTakeIsDropped()
+{
+    showPanel();
+    startTake();
+    engine->deliverTime(7000);
+    drain();
+    answers->answerPopover(true);
+    click(kReRecord);
+    QTRY_COMPARE(engine->count("start"), 2);
+    drain();
+    signalTexts.clear();
+    // From a thread that was about to report when the take ended.
+    engine->deliverTime(7040);
+    engine->deliverTime(40);
+    drain();
+    QCOMPARE(timeText(), QStringLiteral(" 00:00:00"));
+    QCOMPARE(signalTexts, texts({"sigCaptureDoing(1)"}));
+
+    passTime(7500);
+    engine->deliverTime(7500);
+    drain();
+    QCOMPARE(timeText(), QStringLiteral(" 00:00:07"));
 }
 
 int main(int argc, char** argv)
