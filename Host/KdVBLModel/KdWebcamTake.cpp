@@ -56,6 +56,12 @@ uint8_t blackLuma(const GstVideoInfo& info)
     return info.colorimetry.range == GST_VIDEO_COLOR_RANGE_0_255 ? 0 : 16;
 }
 
+bool isDiskNearlyFull(const QString& path, qint64 bytesToFinish)
+{
+    const qint64 free = KdDiskReserve::freeBytesAt(path);
+    return free >= 0 && free < bytesToFinish;
+}
+
 } // namespace
 
 class KdWebcamTake::Private
@@ -74,7 +80,7 @@ public:
 
     KdGstBufferPtr shaped(const KdPictureFrame& picture, bool isFlipped,
                           KdVBLMODEL::_KdCaptureRecordShape shape);
-    bool isDiskNearlyFull() const;
+    qint64 bytesToFinish() const;
     void logEnd(KdTakeResult result) const;
 
     QString path;
@@ -132,7 +138,7 @@ bool KdWebcamTake::Private::open(QString* error)
     if (!prepareFormats(error)) {
         return false;
     }
-    if (isDiskNearlyFull()) {
+    if (isDiskNearlyFull(path, bytesToFinish())) {
         *error = QStringLiteral("The disk is full; there is no room for %1.").arg(path);
         return false;
     }
@@ -150,12 +156,11 @@ bool KdWebcamTake::Private::open(QString* error)
     return true;
 }
 
-bool KdWebcamTake::Private::isDiskNearlyFull() const
+qint64 KdWebcamTake::Private::bytesToFinish() const
 {
-    const qint64 free = KdDiskReserve::freeBytesAt(path);
-    return free >= 0 && free < KdDiskReserve::bytesToFinishClip(
-                                   recordedNs / 1000000, writer.picturesPushed(),
-                                   format.hasSound ? writer.samplerate() : 0, writer.bitrate());
+    return KdDiskReserve::bytesToFinishClip(recordedNs / 1000000, writer.picturesPushed(),
+                                            format.hasSound ? writer.samplerate() : 0,
+                                            writer.bitrate());
 }
 
 // The file begins with a picture whose sound is at hand; what came before either is left out. A
@@ -430,13 +435,20 @@ bool KdWebcamTake::mustEnd()
     if (d->writer.hasFailed()) {
         return true;
     }
-    const std::lock_guard<std::mutex> lock(d->mutex);
-    if (!d->isDiskNearlyFull()) {
+    qint64 needed = 0;
+    qint64 recordedMs = 0;
+    {
+        const std::lock_guard<std::mutex> lock(d->mutex);
+        needed = d->bytesToFinish();
+        recordedMs = d->recordedNs / 1000000;
+    }
+    // Without the lock: a disk that does not answer holds neither the pictures nor a pause up.
+    if (!isDiskNearlyFull(d->path, needed)) {
         return false;
     }
     KdBaseLog::write(KdBaseLog::Error, here("KdWebcamTake::mustEnd"),
                      "The disk is full; the take %s ends after %lld ms.", qUtf8Printable(d->path),
-                     static_cast<long long>(d->recordedNs / 1000000));
+                     static_cast<long long>(recordedMs));
     return true;
 }
 

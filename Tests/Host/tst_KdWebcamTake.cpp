@@ -1,10 +1,13 @@
+#include "DiskStall.h"
 #include "WebcamTakeFixture.h"
 
 #include <Support/MediaProbe.h>
+#include <Support/Patience.h>
 #include <Support/TestFiles.h>
 
 #include <chrono>
 #include <cmath>
+#include <future>
 #include <limits>
 #include <thread>
 
@@ -24,6 +27,7 @@ private Q_SLOTS:
     void theLastTakeIsReplacedOnlyByANewOne();
     void anExistingFileIsRefusedAndKept();
     void aFolderDeletedInMidTakeIsNoSuccess();
+    void aDiskThatDoesNotAnswerHoldsNobodyUp();
     void nothingEntersAfterTheClose();
     void waitingForAPictureEndsWithTheFirst();
     void aTakeIsUsedOnce();
@@ -177,6 +181,32 @@ void tst_KdWebcamTake::aFolderDeletedInMidTakeIsNoSuccess()
     QVERIFY(QDir(folder).removeRecursively());
     feeder.run(1.0);
     QVERIFY(!take.finish());
+}
+
+void tst_KdWebcamTake::aDiskThatDoesNotAnswerHoldsNobodyUp()
+{
+    const KdWebcamTakeFormat format = clipFormat(true);
+    KdWebcamTake take;
+    QVERIFY(take.open(path(), format, 100));
+    ClipFeeder feeder(take, format);
+    feeder.run(0.5);
+    const KdGstBufferPtr picture = TestPicture::plain(format.size, 100);
+    DiskStall stall;
+    std::future<bool> asking = std::async(std::launch::async, [&take] { return take.mustEnd(); });
+    QTRY_VERIFY(stall.isAsked());
+    std::future<void> others = std::async(std::launch::async, [&] {
+        take.feedPicture(picture.get(), feeder.nowNs());
+        take.pause(feeder.nowNs());
+        take.resume(feeder.nowNs());
+    });
+    const bool wentOn = others.wait_for(std::chrono::milliseconds(KdTest::patience(10000))) ==
+                        std::future_status::ready;
+    const bool wasAsked = stall.isAsked();
+    stall.letGo();
+    others.wait();
+    QVERIFY(!asking.get());
+    QVERIFY(wasAsked && wentOn);
+    QVERIFY(take.finish());
 }
 
 void tst_KdWebcamTake::nothingEntersAfterTheClose()
