@@ -2,6 +2,8 @@
 
 #include <KdCore/KdBaseLog.h>
 
+#include <utility>
+
 using namespace KdVBLMODEL;
 
 KdPictureStage::KdPictureStage(KdFramePump& frames) : m_frames(frames) {}
@@ -9,6 +11,7 @@ KdPictureStage::KdPictureStage(KdFramePump& frames) : m_frames(frames) {}
 void KdPictureStage::setFormat(const GstCaps* caps)
 {
     m_i420.reset();
+    m_isTreating = false;
     if (!m_converter.setFormat(caps)) {
         KdBaseLog::write(
             KdBaseLog::Error, {"Host/KdVBLModel/KdPictureStage", "KdPictureStage::setFormat"},
@@ -21,11 +24,13 @@ void KdPictureStage::setFormat(const GstCaps* caps)
 std::optional<qint64> KdPictureStage::process(GstBuffer* picture, qint64 captureNs,
                                               const Wanted& wanted)
 {
-    const bool isTreated = wanted.background != fcbmNone;
-    const bool isDrawn = wanted.isShown || (wanted.take && (isTreated || !m_converter.givesI420()));
-    if (m_converter.size().isEmpty() || (!wanted.isShown && !wanted.take)) {
+    const bool isWanted = !m_converter.size().isEmpty() && (wanted.isShown || wanted.take);
+    const bool isTreated = isWanted && wanted.background != fcbmNone;
+    followTreatment(isTreated);
+    if (!isWanted) {
         return std::nullopt;
     }
+    const bool isDrawn = wanted.isShown || isTreated || !m_converter.givesI420();
     KdFramePump::Frame frame;
     if (isDrawn && !draw(picture, wanted, &frame)) {
         return std::nullopt;
@@ -36,6 +41,15 @@ std::optional<qint64> KdPictureStage::process(GstBuffer* picture, qint64 capture
         m_frames.post(std::move(frame));
     }
     return due;
+}
+
+// Where the person was when the last treatment ended says nothing of where that person is now.
+void KdPictureStage::followTreatment(bool isTreated)
+{
+    const bool wasTreated = std::exchange(m_isTreating, isTreated);
+    if (isTreated && !wasTreated) {
+        m_effect.reset();
+    }
 }
 
 bool KdPictureStage::draw(GstBuffer* picture, const Wanted& wanted, KdFramePump::Frame* frame)

@@ -4,6 +4,7 @@
 #include <KdVBLModel/KdFramePump.h>
 #include <KdVBLModel/KdGst.h>
 #include <KdVBLModel/KdPictureConverter.h>
+#include <KdVBLModel/KdVBLModelExport.h>
 #include <KdVBLModel/KdWebcamTake.h>
 
 #include <memory>
@@ -11,10 +12,11 @@
 
 /**
  * What becomes of a camera's picture on its way: the background is treated, the take gets it, the
- * preview shows it. What is shown is what is recorded. Belongs to the camera's thread, of which
+ * preview shows it. What is shown is what is recorded. A treatment that begins knows nothing of a
+ * scene that was seen before. Belongs to the camera's thread, of which
  * there is one at a time; reset() may be called while there is none.
  */
-class KdPictureStage
+class KDVBLMODEL_EXPORT KdPictureStage
 {
 public:
     struct Wanted
@@ -41,11 +43,13 @@ private:
     KdPictureStage& operator=(const KdPictureStage&) = delete;
 
     bool draw(GstBuffer* picture, const Wanted& wanted, KdFramePump::Frame* frame);
+    void followTreatment(bool isTreated);
     std::optional<qint64> record(GstBuffer* picture, qint64 captureNs, const Wanted& wanted,
                                  const KdFramePump::Frame* frame);
 
     KdFramePump& m_frames;
     KdPictureConverter m_converter;
     KdBackgroundEffect m_effect;
-    KdGstBufferPtr m_i420; ///< used again and again
+    bool m_isTreating = false; ///< the latest picture was treated
+    KdGstBufferPtr m_i420;     ///< used again and again
 };

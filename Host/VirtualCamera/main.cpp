@@ -4,7 +4,8 @@
 // with MODE as in YUY2:640x480@30, MJPG:1280x720@30000/1001 or YUY2:160x120-1920x1080@5-60. The
 // picture is a red, a green and a blue third, with a white square that moves along the lower edge.
 // With the MODE "flash" among the others it is black, and white for a moment once a second; the
-// microphone NODE_microphone beeps as each flash begins.
+// microphone NODE_microphone beeps as each flash begins. With the MODE "picture=FILE" it is that
+// image, and does not move.
 // From SIGUSR1 to SIGUSR2 it gives no picture, like a camera that another program has opened.
 
 #include "BeepingMicrophone.h"
@@ -127,8 +128,14 @@ const spa_pod* enumFormat(spa_pod_builder* builder, const Mode& mode)
 class Scene
 {
 public:
-    explicit Scene(QSize size) : m_background(size, QImage::Format_RGB32)
+    /** @param still what is to be seen, null for the thirds and their square */
+    Scene(QSize size, const QImage& still)
+        : m_background(size, QImage::Format_RGB32), m_isStill(!still.isNull())
     {
+        if (m_isStill) {
+            m_background = still.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            return;
+        }
         QPainter painter(&m_background);
         const int third = size.width() / 3;
         painter.fillRect(0, 0, third, size.height(), QColor(220, 30, 30));
@@ -153,6 +160,9 @@ public:
 
     QImage next()
     {
+        if (m_isStill) {
+            return m_background;
+        }
         QImage picture = m_background;
         const int side = qMax(4, picture.height() / 8);
         const int way = picture.width() - side;
@@ -163,6 +173,7 @@ public:
 
 private:
     QImage m_background;
+    const bool m_isStill;
     int m_count = 0;
     bool m_wasBright = false;
 };
@@ -215,9 +226,14 @@ QByteArray asRaw(const QImage& picture, spa_video_format format)
 class Camera
 {
 public:
-    /** @param microphone hears the flashes; null for a picture without */
-    Camera(pw_main_loop* loop, QVector<Mode> modes, BeepingMicrophone* microphone)
-        : m_loop(pw_main_loop_get_loop(loop)), m_modes(std::move(modes)), m_microphone(microphone)
+    /** @param microphone hears the flashes; null for a picture without @param still what it shows
+     * in place of the moving picture; may be null */
+    Camera(pw_main_loop* loop, QVector<Mode> modes, BeepingMicrophone* microphone,
+           const QImage& still)
+        : m_loop(pw_main_loop_get_loop(loop))
+        , m_modes(std::move(modes))
+        , m_microphone(microphone)
+        , m_still(still.convertToFormat(QImage::Format_RGB32))
     {
         m_timer = pw_loop_add_timer(m_loop, &Camera::onTimer, this);
         pw_loop_add_signal(m_loop, SIGUSR1, &Camera::onOccupied, this);
@@ -256,6 +272,7 @@ private:
     pw_loop* m_loop;
     const QVector<Mode> m_modes;
     BeepingMicrophone* const m_microphone;
+    const QImage m_still;
     pw_stream* m_stream = nullptr;
     spa_hook m_listener{};
     spa_source* m_timer = nullptr;
@@ -320,8 +337,8 @@ void Camera::setFormat(const spa_pod* param)
         size = jpeg.size;
         m_rate = jpeg.framerate;
     }
-    m_scene =
-        std::make_unique<Scene>(QSize(static_cast<int>(size.width), static_cast<int>(size.height)));
+    m_scene = std::make_unique<Scene>(
+        QSize(static_cast<int>(size.width), static_cast<int>(size.height)), m_still);
     m_stride = m_format == SPA_VIDEO_FORMAT_YUY2   ? static_cast<int>(2 * size.width)
                : m_format == SPA_VIDEO_FORMAT_BGRx ? static_cast<int>(4 * size.width)
                                                    : static_cast<int>(size.width);
@@ -364,6 +381,14 @@ void quit(void* loop, int)
     pw_main_loop_quit(static_cast<pw_main_loop*>(loop));
 }
 
+/** Takes "picture=FILE" out of the modes. @return the image, null when there is none. */
+QImage takePicture(QStringList* modes)
+{
+    const QRegularExpression form(QStringLiteral("^picture=(.+)$"));
+    const int index = modes->indexOf(form);
+    return index < 0 ? QImage() : QImage(form.match(modes->takeAt(index)).captured(1));
+}
+
 int usage()
 {
     QTextStream(stderr) << "usage: kd_virtual_camera NODE DESCRIPTION MODE ...\n";
@@ -384,6 +409,7 @@ int main(int argc, char** argv)
     const QByteArray node = arguments.takeFirst().toUtf8();
     const QByteArray description = arguments.takeFirst().toUtf8();
     const bool isFlashing = arguments.removeAll(QStringLiteral("flash")) > 0;
+    const QImage still = takePicture(&arguments);
     QVector<Mode> modes;
     for (const QString& text : qAsConst(arguments)) {
         modes.append(modeFrom(text));
@@ -393,7 +419,7 @@ int main(int argc, char** argv)
     pw_loop_add_signal(pw_main_loop_get_loop(loop), SIGTERM, quit, loop);
     BeepingMicrophone microphone;
     // Before any other thread, which would get the signals.
-    Camera camera(loop, modes, isFlashing ? &microphone : nullptr);
+    Camera camera(loop, modes, isFlashing ? &microphone : nullptr, still);
     pw_context* context = pw_context_new(pw_main_loop_get_loop(loop), nullptr, 0);
     pw_core* core = pw_context_connect(context, nullptr, 0);
     const bool isHeard =

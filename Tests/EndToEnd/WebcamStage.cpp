@@ -193,6 +193,12 @@ bool WebcamStage::stopTake(const TestPlace& place)
     return waitForReports(before + 1, place);
 }
 
+QString WebcamStage::recordClip(qint64 msec, const TestPlace& place)
+{
+    const bool isRecorded = startTake(place) && waitForElapsed(msec, place) && stopTake(place);
+    return isRecorded ? lastReport().path : QString();
+}
+
 bool WebcamStage::waitForReports(int count, const TestPlace& place) const
 {
     return waitUntil([this, count] { return m_reports.size() >= count; },

@@ -85,6 +85,9 @@ public:
     bool waitForElapsed(qint64 msec, const TestPlace& place = TestPlace()) const;
     /** Presses the red button and waits for the report. */
     bool stopTake(const TestPlace& place = TestPlace());
+    /** Records with what is chosen until so much is recorded. @return the file, empty when a step
+     * failed */
+    QString recordClip(qint64 msec, const TestPlace& place = TestPlace());
     bool waitForReports(int count, const TestPlace& place = TestPlace()) const;
 
     QList<Report> reports() const { return m_reports; }

@@ -22,15 +22,11 @@ private Q_SLOTS:
     void clipIsRecordedAsChosenAndReported_data();
     void clipIsRecordedAsChosenAndReported();
     void flipAndCircleAreSeenAndRecordedAlike();
-    void backgroundIsBlurredInPreviewAndFileAlike();
-    void backgroundIsRemovedInPreviewAndFileAlike();
 
 private:
     QString folder() const { return temporaryPath(QStringLiteral("clips")); }
     void checkReport(const WebcamStage& stage) const;
     void checkPictures(const WebcamStage::Report& report, double seconds) const;
-    /** Records for a while with what is chosen. @return the file */
-    static QString recordClip(WebcamStage& stage);
 };
 
 void tst_WebcamTake::clipIsRecordedAsChosenAndReported_data()
@@ -119,14 +115,6 @@ void tst_WebcamTake::checkPictures(const WebcamStage::Report& report, double sec
     QVERIFY2(places.size() >= 4 && !places.contains(-1), "The square does not move");
 }
 
-QString tst_WebcamTake::recordClip(WebcamStage& stage)
-{
-    if (!stage.startTake() || !stage.waitForElapsed(1500) || !stage.stopTake()) {
-        return {};
-    }
-    return stage.lastReport().path;
-}
-
 void tst_WebcamTake::flipAndCircleAreSeenAndRecordedAlike()
 {
     WebcamStage stage(folder());
@@ -147,7 +135,7 @@ void tst_WebcamTake::flipAndCircleAreSeenAndRecordedAlike()
     };
     QTRY_VERIFY(isFlippedAndRound(stage.shownPicture()));
     const QImage shown = stage.shownPicture();
-    const QString path = recordClip(stage);
+    const QString path = stage.recordClip(1500);
     QVERIFY(!path.isEmpty());
     const QImage recorded = ClipPicture::at(path, 0.8);
     QVERIFY(isFlippedAndRound(recorded));
@@ -156,58 +144,6 @@ void tst_WebcamTake::flipAndCircleAreSeenAndRecordedAlike()
     const QJsonObject info = stage.lastReport().fileInfo;
     QCOMPARE(info.value(QLatin1String("camera_record_shape")).toString(), QStringLiteral("circle"));
     QCOMPARE(info.value(QLatin1String("is_use_mirror")).toBool(), true);
-}
-
-/** How many columns the change from red to green takes. */
-static int changeWidth(const QImage& picture)
-{
-    const int row = picture.height() / 2;
-    int width = 0;
-    for (int x = picture.width() / 6; x < picture.width() / 2; ++x) {
-        const QColor color = picture.pixelColor(x, row);
-        width += !ClipPicture::isRed(color) && !ClipPicture::isGreen(color) ? 1 : 0;
-    }
-    return width;
-}
-
-void tst_WebcamTake::backgroundIsBlurredInPreviewAndFileAlike()
-{
-    WebcamStage stage(folder());
-    QVERIFY(stage.camera().plug());
-    QVERIFY(stage.open());
-    QTRY_VERIFY(ClipPicture::isRed(stage.shownPicture().pixelColor(60, 100)));
-    const int sharp = changeWidth(stage.shownPicture());
-    stage.pressOption("KRecorder_Blurred_RoundBtn");
-    QTRY_VERIFY_WITH_TIMEOUT(changeWidth(stage.shownPicture()) >= sharp + 6, 15000);
-    const QString path = recordClip(stage);
-    QVERIFY(!path.isEmpty());
-    const QImage recorded = ClipPicture::at(path, 0.8);
-    QVERIFY2(changeWidth(recorded) >= sharp + 6,
-             qPrintable(QString::number(changeWidth(recorded))));
-    const double apart = ClipPicture::difference(stage.shownPicture(), recorded);
-    QVERIFY2(apart < 8.0, qPrintable(QString::number(apart)));
-    QCOMPARE(stage.lastReport().fileInfo.value(QLatin1String("camera_record_backgroud")).toString(),
-             QStringLiteral("blur"));
-}
-
-void tst_WebcamTake::backgroundIsRemovedInPreviewAndFileAlike()
-{
-    WebcamStage stage(folder());
-    QVERIFY(stage.camera().plug());
-    QVERIFY(stage.open());
-    QTRY_VERIFY(ClipPicture::isRed(stage.shownPicture().pixelColor(60, 100)));
-    stage.pressOption("KRecorder_Removal_RoundBtn");
-    // Nobody is in the picture.
-    const auto isEmpty = [](const QImage& picture) {
-        return ClipPicture::isBlack(picture.pixelColor(picture.width() / 6, 60)) &&
-               ClipPicture::isBlack(picture.pixelColor(picture.width() * 5 / 6, 60));
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(isEmpty(stage.shownPicture()), 15000);
-    const QString path = recordClip(stage);
-    QVERIFY(!path.isEmpty());
-    QVERIFY(isEmpty(ClipPicture::at(path, 0.8)));
-    QCOMPARE(stage.lastReport().fileInfo.value(QLatin1String("camera_record_backgroud")).toString(),
-             QStringLiteral("remove"));
 }
 
 int main(int argc, char** argv)

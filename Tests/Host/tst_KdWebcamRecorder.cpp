@@ -1,6 +1,5 @@
 #include "CameraFixture.h"
 
-#include <KdVBLModel/KdBackgroundEffect.h>
 #include <Support/ClipProbe.h>
 #include <Support/MediaProbe.h>
 #include <Support/Patience.h>
@@ -64,8 +63,6 @@ private Q_SLOTS:
     void whatIsSetInMidTakeCountsFromTheNextStart();
     void callsOutOfOrderAreHarmless();
     void anUnusableOutputFileIsRefused();
-    void theBackgroundIsTreatedInPreviewAndFile_data();
-    void theBackgroundIsTreatedInPreviewAndFile();
 };
 
 void tst_KdWebcamRecorder::withoutACameraThereIsNoTake()
@@ -363,52 +360,6 @@ void tst_KdWebcamRecorder::anUnusableOutputFileIsRefused()
         QCOMPARE(recorder->curStatus(), fcsNoStart);
     }
     QVERIFY(recorder.showsFrame(kVga));
-}
-
-void tst_KdWebcamRecorder::theBackgroundIsTreatedInPreviewAndFile_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::newRow("remove") << int(fcbmRemove);
-    QTest::newRow("blur") << int(fcbmBlur);
-}
-
-void tst_KdWebcamRecorder::theBackgroundIsTreatedInPreviewAndFile()
-{
-    QFETCH(int, mode);
-    if (!KdBackgroundEffect::isAvailable()) {
-        return; // then every frame is left alone, which framesShowTheCamerasPicture() sees
-    }
-    QVERIFY(m_camera->plug());
-    WebcamFixture recorder;
-    QVERIFY(recorder.open(m_camera->description(), kVga));
-    QCOMPARE(recorder->getBackgroundMode(), fcbmNone);
-    recorder->setBackgroundMode(_KdCaptureRecordBackgroundMode(mode));
-    QCOMPARE(int(recorder->getBackgroundMode()), mode);
-    QVERIFY(recorder.record(takePath()));
-    QVERIFY(recorder.waitForTime(1500));
-    QVERIFY(recorder->stop());
-    QVERIFY(recorder.showsFrame(kVga));
-    const QImage frame = recorder.events().lastFrame();
-    const QByteArray picture = ClipProbe::picture(takePath(), 20);
-    // Nobody is in the picture: all of it is background. The upper edge of the green third.
-    const QColor pixel = frame.pixelColor(320, 5);
-    const int luma = lumaAt(picture, kVga, 0.5, 0.01);
-    if (mode == fcbmRemove) {
-        QCOMPARE(pixel.alpha(), 0);
-        QVERIFY2(isNear(luma, 16), qPrintable(QString::number(luma)));
-    } else {
-        QCOMPARE(pixel.alpha(), 255);
-        // The seam of red and green is no edge any more.
-        const int left = lumaAt(picture, kVga, 0.325, 0.3);
-        const int right = lumaAt(picture, kVga, 0.342, 0.3);
-        QVERIFY2(right - left < kGreenLuma - kRedLuma - 8,
-                 qPrintable(QStringLiteral("%1 %2").arg(left).arg(right)));
-    }
-    recorder->setBackgroundMode(_KdCaptureRecordBackgroundMode(7));
-    QCOMPARE(recorder->getBackgroundMode(), fcbmNone);
-    QVERIFY(recorder.showsFrame(kVga));
-    QVERIFY(recorder.showsFrame(kVga));
-    QCOMPARE(recorder.events().lastFrame().pixelColor(320, 5).alpha(), 255);
 }
 
 int main(int argc, char** argv)
