@@ -3,6 +3,7 @@
 #include <Studio/StudioPictureCheck.h>
 #include <Studio/StudioPipeWire.h>
 #include <Studio/StudioTools.h>
+#include <Studio/StudioVideoDevices.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -42,16 +43,10 @@ QString KdDemoCamera::displayName()
     return QStringLiteral("Demo Camera");
 }
 
-bool KdDemoCamera::hasVideoDevice()
-{
-    return !QDir(QStringLiteral("/dev"))
-                .entryList({QStringLiteral("video*")}, QDir::System)
-                .isEmpty();
-}
-
 bool KdDemoCamera::isCameraThere()
 {
-    return StudioPipeWire::hasCamera(StudioTools::pipeWireDump()) || hasVideoDevice();
+    return StudioPipeWire::hasCamera(StudioTools::pipeWireDump()) ||
+           StudioVideoDevices::hasCamera();
 }
 
 QString KdDemoCamera::start()

@@ -20,8 +20,6 @@ public:
     explicit KdDemoCamera(QObject* parent = nullptr);
     ~KdDemoCamera() override;
 
-    /** @return whether this machine has something that may be a camera. */
-    static bool hasVideoDevice();
     /** @return whether this machine, or the session's video server, has a camera already. Blocks
      * shortly. */
     static bool isCameraThere();

@@ -1,10 +1,10 @@
 #include <Studio/StudioUnattendedTake.h>
 
-#include <Studio/KdDemoCamera.h>
 #include <Studio/StudioMessageWatch.h>
 #include <Studio/StudioMouse.h>
 #include <Studio/StudioRecordSession.h>
 #include <Studio/StudioSoundServer.h>
+#include <Studio/StudioVideoDevices.h>
 
 #include <QDialog>
 
@@ -31,7 +31,7 @@ QString missingMicrophone()
 /** Asks nobody who may take long to answer. */
 bool canHaveCamera()
 {
-    return KdDemoCamera::hasVideoDevice() || hasSoundServer();
+    return StudioVideoDevices::hasCamera() || hasSoundServer();
 }
 
 QString missingCamera()
