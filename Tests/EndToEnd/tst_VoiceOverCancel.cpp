@@ -109,6 +109,7 @@ void tst_VoiceOverCancel::takeOfHalfASecondIsReportedWithoutAFile()
     QCOMPARE(answers.messages(),
              QStringList(QStringLiteral("The recording is too short. Data cannot be saved.")));
     QVERIFY(stage.lastReport().path.isEmpty());
+    QCOMPARE(takeFiles(), QStringList());
 }
 
 void tst_VoiceOverCancel::closingInMidTakeStillDeliversTheTake()

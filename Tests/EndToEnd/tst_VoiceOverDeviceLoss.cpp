@@ -80,6 +80,12 @@ void tst_VoiceOverDeviceLoss::lostMicrophoneEndsTheTakeAndKeepsIt()
     QTRY_COMPARE_WITH_TIMEOUT(rows(stage), QStringList(QStringLiteral("No Device")), 5000);
     QVERIFY(
         !stage.control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isEnabled());
+
+    QVERIFY(stage.microphone().plug());
+    QTRY_COMPARE_WITH_TIMEOUT(rows(stage), QStringList(QStringLiteral("USB Microphone")), 8000);
+    QCOMPARE(stage.deviceText(), QStringLiteral("USB Microphone"));
+    QTRY_VERIFY(
+        stage.control<KdToolButton>(QStringLiteral("KAudioCapture_RecorderButton"))->isEnabled());
 }
 
 void tst_VoiceOverDeviceLoss::returningMicrophoneIsListedAndSelected()

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QLocale>
 
 #include <cmath>
 
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void choicesAreStoredWithTheTake();
     void folderMayHaveAnyName_data();
     void folderMayHaveAnyName();
+    void filesOfTheTakesNameAreLeftAlone();
 };
 
 void tst_VoiceOverTake::takeIsRecordedAsChosenAndReported_data()
@@ -155,6 +157,33 @@ void tst_VoiceOverTake::folderMayHaveAnyName()
     QVERIFY(stage.stopTake());
     QCOMPARE(QFileInfo(stage.lastReport().path).absolutePath(), folder);
     QVERIFY(MediaProbe::probe(stage.lastReport().path).isReadable);
+}
+
+void tst_VoiceOverTake::filesOfTheTakesNameAreLeftAlone()
+{
+    const QDir folder(temporaryPath(QStringLiteral("takes")));
+    const QDateTime now = QDateTime::currentDateTime();
+    const auto nameAt = [&now](int second) {
+        return QLocale::c().toString(now.addSecs(second),
+                                     QStringLiteral("'REC_'yyyyMMdd_hhmmss'.m4a'"));
+    };
+    constexpr int kSeconds = 120;
+    for (int second = 0; second < kSeconds; ++second) {
+        TestFiles::write(folder.filePath(nameAt(second)), nameAt(second).toUtf8());
+    }
+    VoiceOverStage stage(folder.path());
+    QVERIFY(stage.microphone().plug());
+    QVERIFY(stage.open());
+    QVERIFY(stage.startTake());
+    QVERIFY(stage.waitForElapsed(1200));
+    QVERIFY(stage.stopTake());
+
+    QCOMPARE(QFileInfo(stage.lastReport().path).fileName(), nameAt(kSeconds));
+    QVERIFY(MediaProbe::probe(stage.lastReport().path).isReadable);
+    QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden).size(), kSeconds + 1);
+    for (int second = 0; second < kSeconds; ++second) {
+        QCOMPARE(TestFiles::read(folder.filePath(nameAt(second))), nameAt(second).toUtf8());
+    }
 }
 
 int main(int argc, char** argv)

@@ -95,6 +95,7 @@ void tst_WebcamCancel::tooShortClipIsReportedWithoutAFile()
              QStringList(QStringLiteral("The recording is too short. Data cannot be saved.")));
     QVERIFY(stage.lastReport().path.isEmpty());
     QCOMPARE(stage.lastReport().fileInfo.size(), 9);
+    QCOMPARE(files(), QStringList());
 }
 
 void tst_WebcamCancel::okFinishesTheClipAndCloses()
