@@ -22,7 +22,7 @@ QPixmap load(const QString& file, qreal devicePixelRatio)
 
 QPixmap load(const QString& file, const QPainter& painter)
 {
-    const QTransform toPixels = painter.deviceTransform();
+    const QTransform& toPixels = painter.deviceTransform();
     return load(file, std::hypot(toPixels.m11(), toPixels.m12()));
 }
 
