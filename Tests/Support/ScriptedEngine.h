@@ -48,8 +48,10 @@ struct EngineScript
     QList<QSize> resolutions;                   ///< of a webcam that resolutionsOf does not name
     QHash<QString, QList<QSize>> resolutionsOf; ///< by the webcam's id
     QList<double> frameRates;                   ///< at every resolution
-    QSet<QString> failing;                      ///< operations that answer false and change nothing
-    QByteArray take;                       ///< what start() writes; null: it leaves the disk alone
+    bool isStrict = false; ///< refuses all that the contract has an engine refuse; else it takes
+                           ///< what it is given, which shows what the module gives it
+    QSet<QString> failing; ///< operations that answer false and change nothing
+    QByteArray take;       ///< what start() writes; null: it leaves the disk alone
     std::function<int(int status)> status; ///< replaces the status that curStatus() answers
     std::function<QString(const QString&)>
         outputFile; ///< replaces the path that getOutputFile() answers

@@ -74,7 +74,7 @@ bool ScriptedRecorder::writeTake() const
 
 bool ScriptedRecorder::isStrangersFile() const
 {
-    return m_nextPath != m_takePath && QFile::exists(m_nextPath);
+    return isStrict() && m_nextPath != m_takePath && QFile::exists(m_nextPath);
 }
 
 bool ScriptedRecorder::pauseTake()

@@ -30,6 +30,7 @@ protected:
         enterCall(operation, {describe(arguments)...}, {std::any(arguments)...});
     }
     bool succeeds(const char* operation) const;
+    bool isStrict() const { return m_engine.script.isStrict; }
 
     bool beginTake(KdVBLMODEL::_KdDevType neededDevice);
     /** @return whether there was one to pause. */

@@ -16,13 +16,13 @@ bool ScriptedWebcamRecorder::start()
 bool ScriptedWebcamRecorder::pause()
 {
     enter("pause");
-    return succeeds("pause") && pauseTake();
+    return succeeds("pause") && (pauseTake() || !isStrict());
 }
 
 bool ScriptedWebcamRecorder::resume()
 {
     enter("resume");
-    return succeeds("resume") && resumeTake();
+    return succeeds("resume") && (resumeTake() || !isStrict());
 }
 
 bool ScriptedWebcamRecorder::stop()
@@ -35,7 +35,7 @@ bool ScriptedWebcamRecorder::stop()
 bool ScriptedWebcamRecorder::setResolution(QSize resolution)
 {
     enter("setResolution", resolution);
-    if (!succeeds("setResolution") || !offered().contains(resolution)) {
+    if (!succeeds("setResolution") || (isStrict() && !offered().contains(resolution))) {
         return false;
     }
     setPictureSize(resolution);
@@ -45,20 +45,25 @@ bool ScriptedWebcamRecorder::setResolution(QSize resolution)
 bool ScriptedWebcamRecorder::setVideoFormat(const KdVideoFormat* format)
 {
     enter("setVideoFormat", format ? *format : KdVideoFormat());
-    return succeeds("setVideoFormat") && format && format->fourcc == kFourCcH264 &&
-           m_engine.script.frameRates.contains(format->frameRate);
+    return succeeds("setVideoFormat") && (!isStrict() || isOffered(format));
 }
 
 bool ScriptedWebcamRecorder::setAudioFormat(const KdAudioFormat* format)
 {
     enter("setAudioFormat", format ? *format : KdAudioFormat());
-    return succeeds("setAudioFormat") && format;
+    return succeeds("setAudioFormat") && (!isStrict() || format);
 }
 
 QList<QSize> ScriptedWebcamRecorder::offered() const
 {
     const EngineScript& script = m_engine.script;
     return script.resolutionsOf.value(selected(kdtWebcam).id, script.resolutions);
+}
+
+bool ScriptedWebcamRecorder::isOffered(const KdVideoFormat* format) const
+{
+    return format && format->fourcc == kFourCcH264 &&
+           m_engine.script.frameRates.contains(format->frameRate);
 }
 
 void ScriptedWebcamRecorder::getResolutions(QList<QSize>* resolutions)
@@ -195,7 +200,8 @@ void ScriptedWebcamRecorder::release()
 bool ScriptedWebcamRecorder::setRecordDisplayShape(_KdCaptureRecordShape shape)
 {
     enter("setRecordDisplayShape", shape);
-    if (!succeeds("setRecordDisplayShape") || (shape != fcrsCircle && shape != fcrsSquare)) {
+    const bool isKnown = shape == fcrsCircle || shape == fcrsSquare;
+    if (!succeeds("setRecordDisplayShape") || (isStrict() && !isKnown)) {
         return false;
     }
     m_shape = shape;
@@ -211,7 +217,8 @@ _KdCaptureRecordShape ScriptedWebcamRecorder::getRecordDisplayShape()
 void ScriptedWebcamRecorder::setBackgroundMode(_KdCaptureRecordBackgroundMode mode)
 {
     enter("setBackgroundMode", mode);
-    m_background = mode == fcbmRemove || mode == fcbmBlur ? mode : fcbmNone;
+    const bool isKnown = mode == fcbmRemove || mode == fcbmBlur;
+    m_background = isStrict() && !isKnown ? fcbmNone : mode;
 }
 
 _KdCaptureRecordBackgroundMode ScriptedWebcamRecorder::getBackgroundMode()

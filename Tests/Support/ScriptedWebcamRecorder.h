@@ -46,6 +46,7 @@ public:
 private:
     /** What the script says that the chosen webcam can do. */
     QList<QSize> offered() const;
+    bool isOffered(const KdVBLMODEL::KdVideoFormat* format) const;
 
     KdVBLMODEL::_KdCaptureRecordShape m_shape = KdVBLMODEL::fcrsSquare;
     KdVBLMODEL::_KdCaptureRecordBackgroundMode m_background = KdVBLMODEL::fcbmNone;

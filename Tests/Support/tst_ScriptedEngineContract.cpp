@@ -48,6 +48,7 @@ int main(int argc, char** argv)
     const QTemporaryDir folder;
     ScriptedEngine engine;
     engine.script().take = "a take";
+    engine.script().isStrict = true;
     KdEngineContractStage stage;
     stage.folder = folder.path();
     const Clock clock(engine);
