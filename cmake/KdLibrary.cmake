@@ -31,6 +31,10 @@ function(kd_add_library name)
   add_library(KdRecord::${name} ALIAS ${name})
   kd_configure_library(${name} EXPORT_BASE ${name} INCLUDE_ROOT ${ARG_INCLUDE_ROOT}
     LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
+  if(WIN32)
+    # Found by its file's name, which is to be the same whatever compiler made it.
+    set_target_properties(${name} PROPERTIES PREFIX "")
+  endif()
   set_target_properties(${name} PROPERTIES
     LINKER_LANGUAGE CXX VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   kd_install_library(${name} LINKS ${ARG_LINKS} PRIVATE_LINKS ${ARG_PRIVATE_LINKS})

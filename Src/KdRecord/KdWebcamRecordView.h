@@ -48,7 +48,8 @@ Q_SIGNALS:
      * @param filePath the finished file; empty: it was too short, there is nothing to import
      * @param fileInfo JSON: "video_resolution" ("1280x720"), "frame_rate" ("29.97fps"),
      *        "record_type", "file_duration" in seconds, "device_name", "camera_record_backgroud",
-     *        "camera_record_shape", "is_use_mirror" and "is_camera_zoom"
+     *        "camera_record_shape", "is_use_mirror" and "is_camera_zoom"; background and shape are
+     *        texts in the language of the dialog, the former is empty when there is none
      * @param fileExportInfo JSON: "file_type", "file_format", "video_codec" and "video_muxer"
      */
     void sigFinished(QString filePath, QString fileInfo, QString fileExportInfo);

@@ -1,5 +1,7 @@
 #include "ExampleBuild.h"
 
+#include "Sanitizer.h"
+
 #include <Support/Command.h>
 
 #include <QDir>
@@ -10,16 +12,6 @@
 namespace {
 
 constexpr int kTimeoutMs = 240000;
-
-/** The libraries may be built with a sanitizer, which then has to be in the program as well. */
-QString compilerFlags()
-{
-    const QString sanitizer = QStringLiteral(KD_SANITIZE);
-    if (sanitizer == QLatin1String("address")) {
-        return QStringLiteral("-fsanitize=address,undefined");
-    }
-    return sanitizer.isEmpty() ? QString() : QStringLiteral("-fsanitize=") + sanitizer;
-}
 
 QString complaint(const Command::Result& result)
 {
@@ -47,7 +39,7 @@ QString ExampleBuild::run()
                       QStringLiteral("-B"), build, QStringLiteral("-G"), QStringLiteral("Ninja"),
                       QStringLiteral("-DCMAKE_PREFIX_PATH=" KD_PACKAGE_PREFIX),
                       QStringLiteral("-DCMAKE_CXX_COMPILER=" KD_CXX),
-                      QStringLiteral("-DCMAKE_CXX_FLAGS=") + compilerFlags()},
+                      QStringLiteral("-DCMAKE_CXX_FLAGS=") + Sanitizer::compilerFlag()},
                      kTimeoutMs));
     if (!configured.isEmpty()) {
         return configured;

@@ -1,4 +1,5 @@
 #include "ExampleBuild.h"
+#include "PkgConfig.h"
 #include "ProgramLog.h"
 
 #include <Support/ClipProbe.h>
@@ -103,6 +104,16 @@ private Q_SLOTS:
         QVERIFY(!ClipProbe::picture(takes.at(1).path, clip.pictures() - 1).isEmpty());
         QCOMPARE(takes.at(1).fileInfo.value(QLatin1String("device_name")).toString(),
                  camera.description());
+    }
+
+    void itBuildsByPkgConfigAlone()
+    {
+        const QString program = temporaryPath(QStringLiteral("embed-by-pkg-config"));
+        const QString complaint = PkgConfig::compile(
+            {QStringLiteral(KDRECORD_SOURCE_DIR "/examples/embed/main.cpp"), QStringLiteral("-o"),
+             program, QStringLiteral("-Wl,-rpath," KD_PACKAGE_PREFIX "/" KD_PACKAGE_LIBDIR)});
+        QVERIFY2(complaint.isEmpty(), qUtf8Printable(complaint));
+        QVERIFY(QFile::exists(program));
     }
 
 private:

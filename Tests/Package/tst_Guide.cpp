@@ -1,6 +1,9 @@
 #include "GuideBlocks.h"
+#include "PkgConfig.h"
 #include "ProgramLog.h"
+#include "Sanitizer.h"
 
+#include <KdRecord/KdWebcamTakeReport.h>
 #include <Support/Command.h>
 #include <Support/KdTestCase.h>
 #include <Support/TestFiles.h>
@@ -39,16 +42,6 @@ QString sourceText(const QString& file)
 QString guide()
 {
     return sourceText(QStringLiteral("docs/embedding.md"));
-}
-
-/** The libraries may be built with a sanitizer, which then has to be in the program as well. */
-QString compilerFlags()
-{
-    const QString sanitizer = QStringLiteral(KD_SANITIZE);
-    if (sanitizer == QLatin1String("address")) {
-        return QStringLiteral("-fsanitize=address,undefined");
-    }
-    return sanitizer.isEmpty() ? QString() : QStringLiteral("-fsanitize=") + sanitizer;
 }
 
 /** The JSON objects in a text that holds other lines as well, each from "{" to "}" on lines of
@@ -237,6 +230,42 @@ private Q_SLOTS:
                  microphone.description());
     }
 
+    void whatIsAlsoForHostsCompiles()
+    {
+        const QString file = temporaryPath(QStringLiteral("also.cpp"));
+        const QVector<GuideBlock> blocks = GuideBlocks::of(guide());
+        for (const GuideBlock& block : blocks) {
+            if (block.name == QLatin1String("also.cpp")) {
+                TestFiles::write(file, block.text.toUtf8());
+            }
+        }
+        QVERIFY(QFile::exists(file));
+        const QString complaint =
+            PkgConfig::compile({QStringLiteral("-fsyntax-only"), QStringLiteral("-Wall"),
+                                QStringLiteral("-Wextra"), QStringLiteral("-Werror"), file});
+        QVERIFY2(complaint.isEmpty(), qUtf8Printable(complaint));
+    }
+
+    void itTellsWhatComesWithAClipForTheExport()
+    {
+        const QByteArray told = KdWebcamTakeReport::fileExportInfo().toUtf8();
+        QVERIFY(!told.isEmpty());
+        QCOMPARE(exampleOf("webcam-export"), QJsonDocument::fromJson(told).object());
+    }
+
+    void itSaysHowLongTheExampleOfAnEngineIs()
+    {
+        static const QRegularExpression said(QStringLiteral("in about (\\d+) lines"));
+        const int lines = said.match(guide()).captured(1).toInt();
+        const QDir folder(QStringLiteral(KDRECORD_SOURCE_DIR "/examples/own-engine"));
+        const QStringList files = folder.entryList({QStringLiteral("File*")}, QDir::Files);
+        int there = 0;
+        for (const QString& file : files) {
+            there += TestFiles::read(folder.filePath(file)).count('\n');
+        }
+        QVERIFY2(qAbs(there - lines) <= 50, qUtf8Printable(QString::number(there)));
+    }
+
 private:
     static QJsonObject exampleOf(const char* name)
     {
@@ -256,7 +285,7 @@ private:
         environment.insert(QStringLiteral("HOME"), documentDir());
         environment.insert(QStringLiteral("CMAKE_PREFIX_PATH"), QStringLiteral(KD_PACKAGE_PREFIX));
         environment.insert(QStringLiteral("CXX"), QStringLiteral(KD_CXX));
-        environment.insert(QStringLiteral("CXXFLAGS"), compilerFlags());
+        environment.insert(QStringLiteral("CXXFLAGS"), Sanitizer::compilerFlag());
         environment.insert(QStringLiteral("KD_PRESS"), QLatin1String(kPresses));
         environment.insert(QStringLiteral("QT_PLUGIN_PATH"), QStringLiteral(KD_PLUGINS));
         environment.insert(QStringLiteral("QT_QPA_GENERIC_PLUGINS"), QStringLiteral("kdpresser"));

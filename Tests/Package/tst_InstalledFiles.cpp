@@ -115,22 +115,32 @@ private Q_SLOTS:
     void pkgConfigTellsHowToLinkEachLibrary_data()
     {
         QTest::addColumn<QString>("library");
-        const QStringList all = libraries();
-        for (const QString& library : all) {
-            QTest::newRow(qUtf8Printable(library)) << library;
+        QTest::addColumn<bool>("isLinked");
+        const QStringList linked = libraries() + archives();
+        for (const QString& library : linked) {
+            QTest::newRow(qUtf8Printable(library)) << library << true;
         }
+        QTest::newRow("the contract, a header") << QStringLiteral("KdCaptureEngine") << false;
+    }
+
+    void pkgConfigKnowsNothingElse()
+    {
+        const QDir folder(QStringLiteral(KD_PACKAGE_PREFIX "/" KD_PACKAGE_LIBDIR "/pkgconfig"));
+        QCOMPARE(folder.entryList(QDir::Files).size(), libraries().size() + archives().size() + 1);
     }
 
     void pkgConfigTellsHowToLinkEachLibrary()
     {
         QFETCH(QString, library);
+        QFETCH(bool, isLinked);
         qputenv("PKG_CONFIG_PATH", KD_PACKAGE_PREFIX "/" KD_PACKAGE_LIBDIR "/pkgconfig");
         const Command::Result result =
             Command::run(QStringLiteral("pkg-config"),
                          {QStringLiteral("--cflags"), QStringLiteral("--libs"), library});
         QVERIFY2(result.ok, result.errors.constData());
         const QString flags = QString::fromUtf8(result.output);
-        QVERIFY(flags.contains(QLatin1String("-l") + library));
+        QCOMPARE(flags.contains(QRegularExpression(QStringLiteral("-l%1\\b").arg(library))),
+                 isLinked);
         static const QRegularExpression folder(QStringLiteral("-I(\\S+/kdrecord-1)"));
         QCOMPARE(QDir(folder.match(flags).captured(1)).canonicalPath(),
                  QDir(QLatin1String(kHeaders)).canonicalPath());
