@@ -91,8 +91,6 @@ void StudioDevicePane::connectSource(StudioDeviceSource* source)
     using Connector = KdRecordDeviceConnector;
     connect(&m_connector, &Connector::sigDeviceListRefreshed, this,
             &StudioDevicePane::noteRefreshed);
-    connect(&m_connector, &Connector::sigCurrentDeviceLost, this,
-            [this](const KdCaptureDevInfo& device) { tell(Happening::Disconnected, device.name); });
     connect(&m_connector, &Connector::sigDeviceOccupied, this,
             [this] { tell(Happening::Occupied); });
 }
@@ -104,6 +102,7 @@ void StudioDevicePane::connectList()
     connect(m_pList, &QListWidget::itemActivated, this, chooseItem);
 }
 
+// The current device is one of those that come and go, so that nothing is told twice.
 void StudioDevicePane::noteRefreshed()
 {
     const QList<_KdCaptureDevInf>& devices = m_connector.allDevices();

@@ -1,3 +1,4 @@
+#include <Support/AccessibleEvents.h>
 #include <Support/ClippedTexts.h>
 #include <Support/DialogDriver.h>
 #include <Support/KdTestCase.h>
@@ -111,6 +112,22 @@ private Q_SLOTS:
         m_engine->deliverDevice(fcdWebcamListChanged, 1);
         QTRY_COMPARE(texts(m_dialog->cameras()), strings({"Door", "Desk (current)"}));
         QCOMPARE(message(m_dialog->cameras()), QStringLiteral("Desk was connected."));
+    }
+
+    void aLossIsSpokenOnce()
+    {
+        m_engine->script().webcams.append(device(kdtWebcam, 2, "Roof"));
+        m_engine->deliverDevice(fcdWebcamListChanged, 2);
+        QTRY_COMPARE(texts(m_dialog->cameras()).size(), 3);
+        AccessibleEvents events;
+        // The current one, then another while that is still gone.
+        for (const char* gone : {"Desk", "Door"}) {
+            m_engine->script().webcams.removeFirst();
+            m_engine->deliverDevice(fcdWebcamRemoved, 0);
+            const QString told = QStringLiteral("%1 was disconnected.").arg(QLatin1String(gone));
+            QTRY_COMPARE(message(m_dialog->cameras()), told);
+            QCOMPARE(events.takeAlerts(), QStringList{told});
+        }
     }
 
     void aPressMakesADeviceTheCurrentOne()
