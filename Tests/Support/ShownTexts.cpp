@@ -1,5 +1,7 @@
 #include "ShownTexts.h"
 
+#include "PaintedTexts.h"
+
 #include <QAbstractItemModel>
 #include <QAbstractItemView>
 #include <QAction>
@@ -76,6 +78,29 @@ void addTexts(Texts& texts, const QObject& object)
 }
 
 } // namespace
+
+QVector<ShownText> readableTexts(QWidget& window)
+{
+    Texts texts = shownTexts(window);
+    QString told;
+    for (const ShownText& text : qAsConst(texts)) {
+        told += text.text.simplified().remove(QLatin1Char('&')) + QLatin1Char('\n');
+    }
+    const QList<QWidget*> widgets = QList<QWidget*>{&window} + window.findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        const QVector<PaintedText> lines =
+            widget->isVisible() ? paintedTexts(*widget) : QVector<PaintedText>();
+        for (const PaintedText& line : lines) {
+            // Elided: the rest is told.
+            const QString painted =
+                line.text.simplified().remove(QLatin1Char('&')).remove(QChar(0x2026));
+            if (!told.contains(painted)) {
+                add(texts, *widget, QStringLiteral("paints"), line.text);
+            }
+        }
+    }
+    return texts;
+}
 
 QString nameOf(const QObject& object)
 {

@@ -22,6 +22,9 @@ struct ShownText
  */
 QVector<ShownText> shownTexts(const QWidget& window);
 
+/** @return those, and each line that a widget which is seen paints of no text that it tells. */
+QVector<ShownText> readableTexts(QWidget& window);
+
 /** @return "KdToolButton KAudioCapture_RecorderButton" */
 QString nameOf(const QObject& object);
 

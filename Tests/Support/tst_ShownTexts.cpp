@@ -5,7 +5,9 @@
 #include <QAction>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QTabWidget>
 
 class tst_ShownTexts : public KdTestCase
@@ -15,6 +17,7 @@ class tst_ShownTexts : public KdTestCase
 private Q_SLOTS:
     void findsWhatCanBeReadOrHeard();
     void leavesOutWhatIsEmpty();
+    void findsWhatIsOnlyPainted();
 };
 
 void tst_ShownTexts::findsWhatCanBeReadOrHeard()
@@ -48,6 +51,32 @@ void tst_ShownTexts::leavesOutWhatIsEmpty()
 {
     const QWidget window;
     QVERIFY(KdTest::shownTexts(window).isEmpty());
+}
+
+void tst_ShownTexts::findsWhatIsOnlyPainted()
+{
+    struct Painted : QWidget
+    {
+        using QWidget::QWidget;
+        void paintEvent(QPaintEvent* /*event*/) override
+        {
+            QPainter(this).drawText(rect(), QStringLiteral("only painted"));
+        }
+    };
+    QWidget window;
+    window.resize(300, 200);
+    (new Painted(&window))->resize(300, 100);
+    auto* const label = new QLabel(QStringLiteral("told & painted"), &window);
+    label->setGeometry(0, 100, 300, 100);
+    window.show();
+    QStringList painted;
+    const QVector<KdTest::ShownText> texts = KdTest::readableTexts(window);
+    for (const KdTest::ShownText& text : texts) {
+        if (text.where.endsWith(QLatin1String("paints"))) {
+            painted.append(text.text);
+        }
+    }
+    QCOMPARE(painted, QStringList{QStringLiteral("only painted")});
 }
 
 int main(int argc, char** argv)
