@@ -14,6 +14,7 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QFile>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
@@ -182,6 +183,26 @@ bool deviceLost(const Shot& shot)
     return stage.ok();
 }
 
+bool diskFull(const Shot& shot)
+{
+    Stage stage;
+    const QString folder = QDir::tempPath() + QStringLiteral("/Project/Full");
+    stage.useFolder(folder);
+    stage.record();
+    Shot::letPass(1000);
+    // The take's disk is a full one from now on.
+    const SmallDisk disk(folder, 4096);
+    QFile take(stage.engine().lastCall("setOutputFile").argument<QString>(0));
+    if (!disk.isMounted() || !take.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    stage.shootWhenShown(shot, QStringLiteral("KOldMessageDialog"),
+                         QStringLiteral("voice-over-message-disk-full"));
+    stage.engine().script().status = [](int) { return int(KdVBLMODEL::fcsEnded); };
+    stage.waitForShot();
+    return stage.ok();
+}
+
 bool shootAdvancedSettings(const Shot& shot, QWidget* dialog, KAudioSettings* page)
 {
     bool ok = shot.take(dialog, QStringLiteral("advanced-settings"));
@@ -216,7 +237,7 @@ bool takeVoiceOverShots(const Shot& shot)
 {
     bool ok = true;
     for (const auto& state : {idle, focused, noDevice, counting, recordingAndPaused, tooShort,
-                              noPermission, littleSpace, startFails, deviceLost}) {
+                              noPermission, littleSpace, startFails, deviceLost, diskFull}) {
         ok = state(shot) && ok;
     }
     return ok;
