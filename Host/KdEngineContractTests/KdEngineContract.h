@@ -64,6 +64,7 @@ private Q_SLOTS:
     void anUnknownIndexDoesNotStart();
     void anUnusableFileDoesNotStart();
     void aStrangersFileIsNotOverwritten();
+    void theOwnLastTakeIsRecordedAgain();
     void startingInMidTakeEndsTheRunningTake();
     void nothingIsIgnored();
     void aTakeGoesThroughItsStatesAndLeavesAFile();

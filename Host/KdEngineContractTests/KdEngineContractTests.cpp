@@ -78,6 +78,23 @@ void KdEngineContract::aStrangersFileIsNotOverwritten()
     checkStrangersFileIsKept(*audio());
 }
 
+void KdEngineContract::theOwnLastTakeIsRecordedAgain()
+{
+    KdContractObserver observer;
+    const auto recorder = audio();
+    listen(*recorder, observer);
+    const QString file = newFile(QStringLiteral("m4a"));
+    for (int take = 0; take < 2; ++take) {
+        const int before = observer.times();
+        recorder->setOutputFile(file);
+        QVERIFY(recorder->start());
+        QVERIFY(comes([&] { return observer.times() > before + 1; }));
+        QVERIFY(recorder->stop());
+        QVERIFY(isFile(file));
+    }
+    recorder->removeEventObserver(&observer);
+}
+
 void KdEngineContract::startingInMidTakeEndsTheRunningTake()
 {
     KdContractObserver observer;

@@ -84,6 +84,8 @@ private:
     bool connectInput();
     bool undoStart();
     std::shared_ptr<KdAudioTake> openTake(const Settings& wanted) const;
+    /** @return whether a file is that of the last take, which may be recorded again. */
+    bool isLastFile(const QString& path) const;
     bool hearsInput(KdAudioTake& take) const;
     void concludeTake(const std::shared_ptr<KdAudioTake>& take,
                       KdVBLMODEL::_KdCaptureStatus status);

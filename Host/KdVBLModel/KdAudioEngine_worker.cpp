@@ -67,7 +67,15 @@ std::shared_ptr<KdAudioTake> KdAudioEngine::openTake(const Settings& wanted) con
         return nullptr;
     }
     auto take = std::make_shared<KdAudioTake>();
-    return take->open(wanted.outputFile, wanted.format, wanted.intervalMs) ? take : nullptr;
+    const bool isOpen = take->open(wanted.outputFile, wanted.format, wanted.intervalMs,
+                                   isLastFile(wanted.outputFile));
+    return isOpen ? take : nullptr;
+}
+
+bool KdAudioEngine::isLastFile(const QString& path) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return !path.isEmpty() && path == m_lastFile;
 }
 
 KdAudioEngine::RunningTake KdAudioEngine::exchangeTake(const RunningTake& next)

@@ -19,7 +19,8 @@ KdAudioTake::~KdAudioTake()
     finish();
 }
 
-bool KdAudioTake::open(const QString& path, const KdVBLMODEL::KdAudioFormat& format, int intervalMs)
+bool KdAudioTake::open(const QString& path, const KdVBLMODEL::KdAudioFormat& format, int intervalMs,
+                       bool takeAgain)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_path = path;
@@ -30,7 +31,7 @@ bool KdAudioTake::open(const QString& path, const KdVBLMODEL::KdAudioFormat& for
                          "The disk is full; there is no room for %s.", qUtf8Printable(path));
         return false;
     }
-    if (!m_writer.open(path, format, false, nullptr)) {
+    if (!m_writer.open(path, format, takeAgain, nullptr)) {
         return false;
     }
     const KdGstCapsPtr from(KdAudioChain::createCaps());

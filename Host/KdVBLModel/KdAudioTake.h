@@ -28,9 +28,11 @@ public:
 
     /**
      * @param intervalMs between the times that feed() gives
+     * @param takeAgain the file may exist: it is this recorder's own last take
      * @return false when there cannot be a file; the log says why, and nothing is left behind.
      */
-    bool open(const QString& path, const KdVBLMODEL::KdAudioFormat& format, int intervalMs);
+    bool open(const QString& path, const KdVBLMODEL::KdAudioFormat& format, int intervalMs,
+              bool takeAgain = false);
 
     QString path() const { return m_path; }
 
