@@ -1,5 +1,12 @@
 find_package(Qt5 5.15 REQUIRED COMPONENTS Test)
 
+# kd_unwind_slowly(tst_Name): GLib keeps no frame pointers: its callers show only to the slow unwinder. That makes every
+# allocation of a window several times slower, so that tests without GStreamer do without.
+function(kd_unwind_slowly name)
+  set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+    ASAN_OPTIONS=detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=16)
+endfunction()
+
 # kd_add_test(tst_Name [SOURCES ...] [LINKS ...] LABEL unit|gui|engine|e2e [MOUNTS] [TIMEOUT seconds])
 # One executable and one CTest entry from tst_Name.cpp. gui tests need a display; engine and e2e tests run in a
 # private session of their own with a display, a message bus, a sound server and no device but the test's. MOUNTS adds
@@ -25,10 +32,7 @@ function(kd_add_test name)
   set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT}
     ENVIRONMENT "${KDRECORD_TEST_ENVIRONMENT}")
   if(KDRECORD_SANITIZE STREQUAL "address" AND "${ARG_LABEL} ${ARG_LINKS}" MATCHES "engine|e2e|KdVBLModel|GSTREAMER|Studio")
-    # GLib keeps no frame pointers: its callers show only to the slow unwinder. That makes every allocation of a window
-    # several times slower, so that tests without GStreamer do without.
-    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
-      ASAN_OPTIONS=detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=16)
+    kd_unwind_slowly(${name})
   endif()
   if(ARG_LABEL STREQUAL "unit")
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
