@@ -190,7 +190,7 @@ void tst_WebcamCancel::manyRoundsLeaveNothingBehind()
     qDebug("%lld kB after %d rounds", static_cast<long long>(now.heapKb), rounds);
     QVERIFY2(now.files <= m_former.files + 2,
              qPrintable(QStringLiteral("%1 files, then %2").arg(m_former.files).arg(now.files)));
-    QVERIFY2(now.heapKb <= m_former.heapKb + 1500,
+    QVERIFY2(now.heapKb <= m_former.heapKb + 800,
              qPrintable(QStringLiteral("%1 kB, then %2").arg(m_former.heapKb).arg(now.heapKb)));
 }
 
