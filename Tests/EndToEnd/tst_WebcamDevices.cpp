@@ -203,11 +203,12 @@ void tst_WebcamDevices::microphoneThatGoesInMidTakeLeavesTheClip()
 
 void tst_WebcamDevices::takeGoesOnWhenACameraOfThatNameGoes()
 {
+    const QString name = QStringLiteral("HD Webcam");
+    // Outlives the dialog, which opens it again when its list is made anew.
+    VirtualCamera twin(QStringLiteral("twin_cam"), name, {QStringLiteral("MJPG:320x240@30")});
     WebcamStage stage(folder());
     QVERIFY(stage.camera().plug());
     QVERIFY(stage.open());
-    const QString name = stage.camera().description();
-    VirtualCamera twin(QStringLiteral("twin_cam"), name, {QStringLiteral("MJPG:320x240@30")});
     QVERIFY(twin.plug());
     const QString twinName = name + QStringLiteral(" (2)");
     QTRY_COMPARE_WITH_TIMEOUT(stage.choices(WebcamStage::kCamera), (QStringList{name, twinName}),
