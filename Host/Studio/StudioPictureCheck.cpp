@@ -1,6 +1,8 @@
 #include <Studio/StudioPictureCheck.h>
 
 #include <Studio/StudioGst.h>
+#include <Studio/StudioPipeWire.h>
+#include <Studio/StudioTools.h>
 
 #include <QElapsedTimer>
 
@@ -40,6 +42,13 @@ QString look(const QString& device, int timeoutMs)
 {
     if (!StudioGst::start()) {
         return QStringLiteral("The media framework cannot be started.");
+    }
+    // Its element would wait for it for half a minute at each step.
+    const bool isThere = StudioTools::until(timeoutMs, [&device] {
+        return StudioPipeWire::hasNode(StudioTools::pipeWireDump(), device);
+    });
+    if (!isThere) {
+        return QStringLiteral("It is not there.");
     }
     const StudioGst::Pipeline pipeline(gst_pipeline_new(nullptr));
     QString missing;
