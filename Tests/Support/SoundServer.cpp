@@ -2,6 +2,7 @@
 
 #include "Command.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -15,6 +16,10 @@ SoundServer::SoundServer()
 {
     QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
+    // The server and its first client would both make it; the server ends when it comes second.
+    const QString pulse = m_folder.filePath(QStringLiteral("pulse"));
+    QDir().mkdir(pulse);
+    QFile::setPermissions(pulse, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qputenv("XDG_STATE_HOME", QFile::encodeName(m_folder.filePath(QStringLiteral("state"))));
     for (const char* name :
          {"PULSE_SERVER", "PULSE_RUNTIME_PATH", "PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR"}) {
