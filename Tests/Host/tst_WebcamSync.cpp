@@ -41,6 +41,7 @@ void tst_WebcamSync::soundAndPictureStayTogether()
     WebcamFixture recorder;
     QVERIFY(recorder.choose(kdtMicrophone, source.microphoneDescription()));
     QVERIFY(recorder.open(source.cameraDescription(), size));
+    QTRY_VERIFY(recorder.events().frameCount() > 0);
     QVERIFY(recorder.record(path(), true));
     QVERIFY(recorder.waitForTime(8500));
     QVERIFY(recorder->stop());
@@ -54,6 +55,7 @@ void tst_WebcamSync::tenPausesPartNothing()
     WebcamFixture recorder;
     QVERIFY(recorder.choose(kdtMicrophone, source.microphoneDescription()));
     QVERIFY(recorder.open(source.cameraDescription(), QSize(640, 480)));
+    QTRY_VERIFY(recorder.events().frameCount() > 0);
     QVERIFY(recorder.record(path(), true));
     QVector<double> cuts;
     for (int i = 1; i <= 10; ++i) {
