@@ -113,7 +113,10 @@ void tst_KdWebcamRecorderBackground::theBackgroundIsTreatedInPreviewAndFile()
     QVERIFY(recorder.showsFrame(kSize));
     const QImage shown = recorder.events().lastFrame();
     QVERIFY2(isTreated(shown), qPrintable(PersonPicture::describe(shown)));
-    const double apart = difference(shown, ClipProbe::picture(takePath(), 20));
+    // A busy machine lets the camera leave out every other picture.
+    const QByteArray recorded = ClipProbe::picture(takePath(), 10);
+    QVERIFY(recorded.size() >= kSize.width() * kSize.height());
+    const double apart = difference(shown, recorded);
     QVERIFY2(apart < 4.0, qPrintable(QString::number(apart)));
 
     recorder->setBackgroundMode(_KdCaptureRecordBackgroundMode(7));
