@@ -80,10 +80,9 @@ private:
             QStringList{QStringLiteral("-c"), QLatin1String(kScript), QStringLiteral("dev")} +
                 arguments);
         const bool ended = shell.waitForFinished(kRunMs);
-        const Run result{ended && shell.exitStatus() == QProcess::NormalExit ? shell.exitCode()
-                                                                             : -1,
-                         QString::fromUtf8(shell.readAllStandardOutput()),
-                         QString::fromUtf8(shell.readAllStandardError())};
+        Run result{ended && shell.exitStatus() == QProcess::NormalExit ? shell.exitCode() : -1,
+                   QString::fromUtf8(shell.readAllStandardOutput()),
+                   QString::fromUtf8(shell.readAllStandardError())};
         if (!ended) {
             shell.kill();
             shell.waitForFinished();
