@@ -201,7 +201,7 @@ QStringList faintTip(QWidget& widget, const QPoint& place, double leastRatio)
     if (!tip) {
         return {};
     }
-    const QStringList found = faintTexts(*tip, leastRatio);
+    QStringList found = faintTexts(*tip, leastRatio);
     QToolTip::hideText();
     tip->hide(); // at once, so that it is not taken for the next one
     return found;
